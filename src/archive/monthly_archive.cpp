@@ -1,0 +1,1 @@
+#include "archive/monthly_archive.h"

@@ -1,0 +1,1 @@
+#include "calc/fixed_data.h"

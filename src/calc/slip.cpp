@@ -1,0 +1,1 @@
+#include "calc/slip.h"

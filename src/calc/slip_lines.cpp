@@ -1,0 +1,1 @@
+#include "calc/slip_lines.h"

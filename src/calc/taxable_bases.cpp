@@ -1,0 +1,1 @@
+#include "calc/taxable_bases.h"

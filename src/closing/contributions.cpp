@@ -1,0 +1,1 @@
+#include "closing/contributions.h"

@@ -1,0 +1,1 @@
+#include "closing/closing.h"

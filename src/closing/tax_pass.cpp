@@ -1,0 +1,1 @@
+#include "closing/tax_pass.h"

@@ -1,0 +1,1 @@
+#include "files/logical_files.h"

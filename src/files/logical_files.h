@@ -1,0 +1,86 @@
+#pragma once
+// Logical numbered files and their records.
+//
+// NZBASE.DAT, in the archive directory: fixed records of 79 bytes; the line of logical number n
+// begins at byte n x 79 - 78 (1-based).
+//   positions  width  content
+//   1-3        3      not used
+//   4-32       29     file name template, right-trimmed, with placeholders
+//   33-37      5      record length in bytes
+//   38-79      42     not used
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "platform/file_system.h"
+
+namespace MXLIBRERIA {
+
+inline constexpr int kLogicalFiles = 600;
+
+/// Process-wide state of the files; index 0 of the tables stays unused.
+struct FileTable {
+    struct Entry {
+        std::int16_t CANALI = 0;    ///< channel number, 0 when closed
+        std::string RECORD;         ///< RECORD$: the record buffer
+        double LUNGHEZZE = 0;       ///< record length from NZBASE.DAT
+        double ULTIMOREC = 0;       ///< last record number read or written
+        std::shared_ptr<platform::Channel> channel;
+    };
+    std::array<Entry, kLogicalFiles + 1> entries;
+    // Values for the placeholders of the next opening; each is cleared by its use.
+    std::string disk;
+    double DITTAOPEN = 0;
+    double year = 0;
+    double region = 0;
+    std::string province;
+    double last_length = 0;   ///< record length of the last DAMMIFILE$
+    double last_open = 0;     ///< result of the last opening
+    double last_read = 0;     ///< result of the last reading: 1 at end of file
+};
+extern FileTable file_table;
+
+/// RECORD$(n). An n outside 1 to 600 is failure 9.
+[[nodiscard]] std::string& record_buffer(double n);
+
+/// Path of a logical file. `relative` is set to -1 by the caller and to 0 when the template names a
+/// disk. A placeholder without its value shows its message and ends the program (exit status 2).
+[[nodiscard]] std::string DAMMIFILE(double n, std::int16_t& relative);
+
+/// Opens for random access by record; returns the record length. n of 0 or below: 0, nothing done.
+double FAIOPEN(double n);
+/// Opens a plain text file: mode 0 for input, 1 for output after deleting any file of that name.
+void FAIOPENIO(double n, std::int16_t mode);
+/// Closes channel n (its sign does not matter) or, for 0, everything.
+void CHIUDI(double n);
+
+/// Next line of a text file opened by FAIOPENIO for input, without CR LF; false at its end.
+[[nodiscard]] bool LEGGIRIGA(double n, std::string& line);
+/// Writes a line with CR LF to a text file opened for output.
+void SCRIVIRIGA(double n, const std::string& line);
+
+/// Reads a record into RECORD$(n); 1 at end of file, else 0. Failure 59 when the buffer's length is
+/// not the record length.
+double LEGGIREC(double n, double record);
+/// Writes `text` (or the buffer, if it is empty); its length must be the record length (else 59).
+void SCRIVIREC(double n, double record, const std::string& text = {});
+
+/// 1 if the file exists and is not empty, else 0.
+[[nodiscard]] double VERBASE(double n);
+/// Deletes the file of n if it exists and has a length.
+void ELIMINA(double n);
+/// ELIMINA, then FAIOPEN: the file stands empty and open.
+void RICREAFILE(double n);
+/// Length in bytes of the open file n.
+[[nodiscard]] double file_length(double n);
+
+/// Takes and releases the semaphore NZSEMA.DAT (logical file 16) shared with the suite.
+void APRISEMA();
+void CHIUDISEMA();
+
+/// Text left-aligned in the record length of n (cut or blank-filled), for SCRIVIREC.
+[[nodiscard]] std::string as_record(double n, const std::string& text);
+
+}  // namespace MXLIBRERIA

@@ -1,0 +1,1 @@
+#include "history/slip_images.h"

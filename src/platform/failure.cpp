@@ -1,0 +1,48 @@
+#include "platform/failure.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+namespace platform {
+
+namespace {
+
+struct Description {
+    int number;
+    std::string_view text;
+};
+constexpr std::array<Description, 21> kDescriptions{{
+    {kInvalidCall, "Invalid procedure call or argument"},
+    {kOverflow, "Overflow"},
+    {kOutOfMemory, "Out of memory"},
+    {kSubscriptOutOfRange, "Subscript out of range"},
+    {kDivisionByZero, "Division by zero"},
+    {kTypeMismatch, "Type mismatch"},
+    {kBadFileNameOrNumber, "Bad file name or number"},
+    {kFileNotFound, "File not found"},
+    {kFileAlreadyOpen, "File already open"},
+    {kDeviceIo, "Device I/O error"},
+    {kFileAlreadyExists, "File already exists"},
+    {kBadRecordLength, "Bad record length"},
+    {kDiskFull, "Disk full"},
+    {kInputPastEnd, "Input past end of file"},
+    {kBadRecordNumber, "Bad record number"},
+    {kTooManyFiles, "Too many files"},
+    {kPermissionDenied, "Permission denied"},
+    {kDiskNotReady, "Disk not ready"},
+    {kPathFileAccess, "Path/File access error"},
+    {kPathNotFound, "Path not found"},
+    {kPrinter, "Printer error"},
+}};
+
+}  // namespace
+
+std::string describe(int number) {
+    const auto* found = std::find_if(kDescriptions.begin(), kDescriptions.end(),
+                                     [number](const Description& d) { return d.number == number; });
+    return std::string(found == kDescriptions.end() ? "Application-defined or object-defined error"
+                                                    : found->text);
+}
+
+}  // namespace platform

@@ -1,0 +1,63 @@
+#pragma once
+// Failures of the run and the end of the program, as exceptions.
+
+#include <stdexcept>
+#include <string>
+
+namespace platform {
+
+/// Numbers of the Basic run-time that this system raises.
+enum FailureNumber : int {
+    kInvalidCall = 5,
+    kOverflow = 6,
+    kOutOfMemory = 7,
+    kSubscriptOutOfRange = 9,
+    kDivisionByZero = 11,
+    kTypeMismatch = 13,
+    kBadFileNameOrNumber = 52,
+    kFileNotFound = 53,
+    kFileAlreadyOpen = 55,
+    kDeviceIo = 57,
+    kFileAlreadyExists = 58,
+    kBadRecordLength = 59,
+    kDiskFull = 61,
+    kInputPastEnd = 62,
+    kBadRecordNumber = 63,
+    kTooManyFiles = 67,
+    kPermissionDenied = 70,
+    kDiskNotReady = 71,
+    kPathFileAccess = 75,
+    kPathNotFound = 76,
+    kPrinter = 482,
+};
+
+/// The usual English description of a failure number; "Application-defined error" for others.
+[[nodiscard]] std::string describe(int number);
+
+/// A run-time failure: number and description. Caught once, at the top, by GESTIONEERRORE.
+class Failure : public std::runtime_error {
+  public:
+    explicit Failure(int number) : Failure(number, describe(number)) {}
+    Failure(int number, const std::string& description)
+        : std::runtime_error(description), number_(number) {}
+
+    [[nodiscard]] int number() const { return number_; }
+    [[nodiscard]] std::string description() const { return what(); }
+
+    /// Name that the handler records in the trace before it shows it ("RepoR", "RepoW"); else empty.
+    std::string pseudo_name;
+
+  private:
+    int number_;
+};
+
+/// The program ends: files close, locks go, and main() returns `status`.
+/// 0 end through FINEPROG or nothing to do, 1 failure handler, 2 configuration, 3 other instance.
+class EndOfProgram : public std::exception {
+  public:
+    explicit EndOfProgram(int exit_status) : status(exit_status) {}
+    [[nodiscard]] const char* what() const noexcept override { return "end of program"; }
+    int status;
+};
+
+}  // namespace platform

@@ -1,0 +1,430 @@
+#include "records/fields.h"
+
+#include <algorithm>
+#include <array>
+
+#include "platform/failure.h"
+#include "platform/window.h"
+#include "records/numbers.h"
+#include "texts/texts.h"
+
+namespace MXREPOSITORY {
+
+using platform::Failure;
+
+namespace {
+
+std::array<std::string, kAreaCount> areas;  // process-wide: one buffer for each tag
+
+constexpr const char* kReadName = "RepoR";
+constexpr const char* kWriteName = "RepoW";
+
+/// Runs an accessor; a failure inside it carries the accessor's pseudo name to the handler.
+template <class Body>
+auto named_failure(const char* name, Body body) {
+    try {
+        return body();
+    } catch (Failure& failure) {
+        failure.pseudo_name = name;
+        throw;
+    }
+}
+
+/// A descriptor text made at run time, cut by position; an unknown tag stays Area::unknown.
+Descriptor cut_at_run_time(const std::string& text) {
+    Descriptor d;
+    d.area = area_of_tag(ritaglia(text, 1, 5));
+    d.offset = intero16(valore(ritaglia(text, 7, 5)));
+    d.length = intero16(valore(ritaglia(text, 13, 2)));
+    const std::string_view type = ritaglia(text, 16, 1);
+    d.type = type.empty() ? ' ' : type.front();
+    const std::string_view flag = ritaglia(text, 18, 1);
+    d.flag = flag.empty() ? ' ' : flag.front();
+    const std::string_view code = ritaglia(text, 20, 4);
+    std::copy(code.begin(), code.end(), d.code.begin());
+    return d;
+}
+
+void show_repository_error(const texts::Text& text) {
+    platform::window().box(texts::kPlainBoxTitle.bytes(), text.bytes(), platform::Icon::none);
+}
+
+std::string* area_or_message(Area which) {
+    if (which == Area::unknown) {
+        show_repository_error(texts::kRepositoryUnknownTag);
+        return nullptr;
+    }
+    return &areas[static_cast<std::size_t>(which)];
+}
+
+std::int16_t checked16(int value) {
+    if (value < INT16_MIN || value > INT16_MAX) {
+        throw Failure(platform::kOverflow);
+    }
+    return static_cast<std::int16_t>(value);
+}
+
+/// 0-based position of an occurrence's first character.
+std::size_t start_of(const Descriptor& d, std::int16_t occurrence) {
+    const int position = checked16(d.offset + SPOSTAMENTOOCCORRENZA(d, occurrence));
+    if (position < 1) {
+        throw Failure(platform::kInvalidCall);
+    }
+    return static_cast<std::size_t>(position - 1);
+}
+
+std::string_view slice(const std::string& source, std::size_t start, const Descriptor& d) {
+    if (start >= source.size()) {
+        return {};
+    }
+    return std::string_view(source).substr(start, static_cast<std::size_t>(d.length));
+}
+
+bool raw_type(char type) {
+    return type == 'A' || type == 'D' || type == '0' || (type != 'N' && (type < '0' || type > '9'));
+}
+
+/// Sign in front and point inserted: the form in which a numeric field is read.
+std::string decode(std::string_view raw, const Descriptor& d) {
+    std::string value(raw);
+    if (raw_type(d.type)) {
+        return value;
+    }
+    const std::size_t minus = value.find('-');
+    if (minus != std::string::npos) {
+        value[minus] = '0';
+    }
+    if (d.decimals() > 0) {
+        const auto whole = static_cast<std::size_t>(std::max(0, d.length - d.decimals()));
+        value.insert(std::min(whole, value.size()), 1, '.');
+    }
+    return minus == std::string::npos ? value : "-" + value;
+}
+
+constexpr std::array<double, 7> kUnits{1, 10, 100, 1000, 10000, 100000, 1000000};
+
+double decode_number(std::string_view raw, const Descriptor& d) {
+    // Digits only, at most 15 of them: the whole number over its power of ten.
+    if (d.length <= 15 && raw.size() == static_cast<std::size_t>(d.length)) {
+        std::uint64_t mantissa = 0;
+        bool digits = true;
+        for (const char c : raw) {
+            if (c < '0' || c > '9') {
+                digits = false;
+                break;
+            }
+            mantissa = mantissa * 10 + static_cast<std::uint64_t>(c - '0');
+        }
+        if (digits) {
+            return static_cast<double>(mantissa) / kUnits[static_cast<std::size_t>(d.decimals())];
+        }
+    }
+    return valore(decode(raw, d));
+}
+
+/// The characters that a value takes in the field.
+std::string encode(const std::string& value, const Descriptor& d) {
+    std::string v = value;
+    const auto length = static_cast<std::size_t>(d.length);
+    if (d.type == 'A') {
+        v.resize(length, ' ');
+        return v;
+    }
+    const bool negative = !v.empty() && v.front() == '-';
+    if (negative) {
+        v.erase(0, 1);
+    }
+    const auto decimals = static_cast<std::int16_t>(d.decimals());
+    if (decimals > 0) {
+        v = arrotondato_testo(valore(v), decimals);
+    }
+    NORMALIZZAESPONENTE(v);
+    if (decimals > 0) {
+        std::size_t point = v.find(',');
+        if (point == std::string::npos) {
+            point = v.find('.');
+        }
+        const auto zeros = static_cast<std::size_t>(decimals);
+        if (point == std::string::npos) {
+            v.append(zeros, '0');
+        } else {
+            v.append(zeros, '0');
+            v = v.substr(0, point) + v.substr(point + 1, zeros);
+        }
+    }
+    v = zeri_a_sinistra(v, length);
+    if (negative && !v.empty()) {
+        v.front() = '-';
+    }
+    return v;
+}
+
+void store(std::string& target, std::string_view characters, std::size_t start) {
+    if (start + characters.size() > target.size()) {
+        throw Failure(platform::kSubscriptOutOfRange);
+    }
+    std::copy(characters.begin(), characters.end(), target.begin() + static_cast<std::ptrdiff_t>(start));
+}
+
+std::string read_field(const Descriptor& d, std::int16_t occurrence, const std::string& buffer) {
+    const std::size_t start = start_of(d, occurrence);
+    if (!buffer.empty()) {
+        return decode(slice(buffer, start, d), d);
+    }
+    const std::string* source = area_or_message(d.area);
+    return decode(source == nullptr ? std::string_view() : slice(*source, start, d), d);
+}
+
+void write_field(const Descriptor& d, std::string& value, std::int16_t occurrence,
+                 std::string& buffer) {
+    const std::size_t comma = value.find(',');
+    if (comma != std::string::npos) {
+        value[comma] = '.';
+    }
+    const std::size_t start = start_of(d, occurrence);
+    const std::string characters = encode(value, d);
+    std::string* target = buffer.empty() ? area_or_message(d.area) : &buffer;
+    if (target != nullptr) {
+        store(*target, characters, start);
+    }
+}
+
+int code_number(const Descriptor& d) {
+    return static_cast<int>(valore(std::string_view(d.code.data() + 1, 3)));
+}
+
+// ---- Displacements of repeating groups ----
+
+/// A group in which a field at `first` to `last` moves by `width` from one occurrence to the next.
+struct Group {
+    Area area;
+    int first;
+    int last;
+    int width;
+};
+constexpr std::array<Group, 10> kGroups{{
+    {Area::DICX, 101, INT16_MAX, 10},
+    {Area::CONX, 101, 390, 290},
+    {Area::M77X, 256, 510, 255},
+    {Area::M77X, 3316, 3570, 255},
+    {Area::F24X, 42, 66, 36},
+    {Area::F24X, 762, 813, 63},
+    {Area::F24X, 4359, 4398, 51},
+    {Area::F24X, 4824, 4867, 55},
+    {Area::F24X, 5000, 5000, 4},
+    {Area::F24X, 5483, 5483, 2},
+}};
+/// Ranges of the tax payment form that recur in steps: first start, last start, step, span, width.
+struct SteppedGroup {
+    int first;
+    int last;
+    int step;
+    int span;
+    int width;
+};
+constexpr std::array<SteppedGroup, 2> kF24Groups{{{1077, 4117, 152, 24, 35}, {5094, 5414, 16, 1, 4}}};
+constexpr int kDi2Width = 714;
+
+int group_width(const Descriptor& d) {
+    for (const Group& group : kGroups) {
+        if (d.area == group.area && d.offset >= group.first && d.offset <= group.last) {
+            return group.width;
+        }
+    }
+    if (d.area == Area::F24X) {
+        for (const SteppedGroup& group : kF24Groups) {
+            if (d.offset >= group.first && d.offset < group.last + group.span &&
+                (d.offset - group.first) % group.step < group.span) {
+                return group.width;
+            }
+        }
+    }
+    if (d.area == Area::DI2X) {
+        if (d.code[0] != 'I') {
+            show_repository_error(texts::kRepositoryUnknownLetter);
+            return 0;
+        }
+        return code_number(d) >= 100 ? kDi2Width : 0;
+    }
+    return 0;
+}
+
+}  // namespace
+
+std::string& area(Area which) {
+    return areas.at(static_cast<std::size_t>(which));
+}
+
+void clear_areas() {
+    areas.fill({});
+}
+
+std::string LEGGICAMPO(const Descriptor& descriptor, std::int16_t occurrence,
+                       const std::string& buffer) {
+    return named_failure(kReadName, [&] { return read_field(descriptor, occurrence, buffer); });
+}
+
+std::string LEGGICAMPO(const std::string& descriptor, std::int16_t occurrence,
+                       const std::string& buffer) {
+    return named_failure(
+        kReadName, [&] { return read_field(cut_at_run_time(descriptor), occurrence, buffer); });
+}
+
+double LEGGICAMPONUM(const Descriptor& descriptor, std::int16_t occurrence,
+                     const std::string& buffer) {
+    return named_failure(kReadName, [&] {
+        if (buffer.empty() && descriptor.area == Area::unknown) {
+            return valore(read_field(descriptor, occurrence, buffer));
+        }
+        const std::string& source = buffer.empty() ? area(descriptor.area) : buffer;
+        return decode_number(slice(source, start_of(descriptor, occurrence), descriptor), descriptor);
+    });
+}
+
+double LEGGICAMPONUM(const std::string& descriptor, std::int16_t occurrence,
+                     const std::string& buffer) {
+    return valore(LEGGICAMPO(descriptor, occurrence, buffer));
+}
+
+void SCRIVICAMPO(const Descriptor& descriptor, std::string& value, std::int16_t occurrence,
+                 std::string& buffer) {
+    named_failure(kWriteName, [&] { write_field(descriptor, value, occurrence, buffer); });
+}
+
+void SCRIVICAMPO(const std::string& descriptor, std::string& value, std::int16_t occurrence,
+                 std::string& buffer) {
+    named_failure(kWriteName,
+                  [&] { write_field(cut_at_run_time(descriptor), value, occurrence, buffer); });
+}
+
+void SCRIVICAMPONUM(const Descriptor& descriptor, double value, std::int16_t occurrence,
+                    std::string& buffer) {
+    named_failure(kWriteName, [&] {
+        std::string text = testo_numero(value);
+        write_field(descriptor, text, occurrence, buffer);
+    });
+}
+
+void SCRIVICAMPONUM(const std::string& descriptor, double value, std::int16_t occurrence,
+                    std::string& buffer) {
+    named_failure(kWriteName, [&] {
+        std::string text = testo_numero(value);
+        write_field(cut_at_run_time(descriptor), text, occurrence, buffer);
+    });
+}
+
+std::int16_t SPOSTAMENTOOCCORRENZA(const Descriptor& descriptor, std::int16_t occurrence) {
+    const int width = group_width(descriptor);
+    if (occurrence == 0 || width == 0) {
+        return 0;
+    }
+    return checked16((occurrence - 1) * width);
+}
+
+std::int16_t SPOSTAMENTOOCCORRENZA(const std::string& descriptor, std::int16_t occurrence) {
+    Descriptor d = cut_at_run_time(descriptor);
+    if (d.area == Area::DI2X) {
+        // The group's number follows the first I at or after the fourth position.
+        const std::size_t letter = descriptor.find('I', 3);
+        d.code = {};
+        if (letter != std::string::npos) {
+            const std::string_view code = ritaglia(descriptor, letter + 1, 4);
+            std::copy(code.begin(), code.end(), d.code.begin());
+        }
+    }
+    return SPOSTAMENTOOCCORRENZA(d, occurrence);
+}
+
+double num(const Descriptor& field, int occurrence) {
+    static const std::string area_itself;
+    return LEGGICAMPONUM(field, static_cast<std::int16_t>(occurrence), area_itself);
+}
+
+std::string testo(const Descriptor& field, int occurrence) {
+    static const std::string area_itself;
+    return LEGGICAMPO(field, static_cast<std::int16_t>(occurrence), area_itself);
+}
+
+std::string rifilato(const Descriptor& field, int occurrence) {
+    return rifila(testo(field, occurrence));
+}
+
+void scrivi(const Descriptor& field, double value, int occurrence) {
+    std::string area_itself;
+    SCRIVICAMPONUM(field, value, static_cast<std::int16_t>(occurrence), area_itself);
+}
+
+void scrivi(const Descriptor& field, std::string_view value, int occurrence) {
+    std::string area_itself;
+    std::string text(value);
+    SCRIVICAMPO(field, text, static_cast<std::int16_t>(occurrence), area_itself);
+}
+
+double aggiungi(const Descriptor& field, double amount, int occurrence) {
+    scrivi(field, num(field, occurrence) + amount, occurrence);
+    return num(field, occurrence);
+}
+
+namespace {
+
+template <class List, class Value>
+void write_all(const List& fields, Value value) {
+    for (const Descriptor& field : fields) {
+        scrivi(field, value);
+    }
+}
+
+/// The letters of a series and where its number starts: "P" and 1, "QA" and 2.
+std::size_t letters_of(std::string_view code) {
+    return code[1] >= '0' && code[1] <= '9' ? 1 : 2;
+}
+
+std::string code_in_series(std::string_view sample, int number) {
+    const std::size_t letters = letters_of(sample);
+    return std::string(sample.substr(0, letters)) +
+           zeri_a_sinistra(std::to_string(number), 4 - letters);
+}
+
+int number_in_series(std::string_view code) {
+    return static_cast<int>(valore(code.substr(letters_of(code))));
+}
+
+}  // namespace
+
+void azzera(std::initializer_list<Descriptor> fields) {
+    write_all(fields, 0.0);
+}
+
+void svuota(std::initializer_list<Descriptor> fields) {
+    write_all(fields, "");
+}
+
+void azzera(const std::vector<Descriptor>& fields) {
+    write_all(fields, 0.0);
+}
+
+void svuota(const std::vector<Descriptor>& fields) {
+    write_all(fields, "");
+}
+
+std::vector<Descriptor> serie(const Descriptor& first, const Descriptor& last, int step) {
+    std::vector<Descriptor> fields;
+    const int end = number_in_series(last.name());
+    for (int number = number_in_series(first.name()); number <= end; number += step) {
+        if (const Descriptor* field = find_field(code_in_series(first.name(), number))) {
+            fields.push_back(*field);
+        }
+    }
+    return fields;
+}
+
+const Descriptor& dopo(const Descriptor& field, int distance) {
+    const Descriptor* other =
+        find_field(code_in_series(field.name(), number_in_series(field.name()) + distance));
+    if (other == nullptr) {
+        throw Failure(platform::kSubscriptOutOfRange);
+    }
+    return *other;
+}
+
+}  // namespace MXREPOSITORY

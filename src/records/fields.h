@@ -1,0 +1,88 @@
+#pragma once
+// Record areas and the four accessors, the only way to a value in a record, with short forms of
+// them for formulas.
+
+#include <cstdint>
+#include <initializer_list>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "records/descriptor.h"
+
+namespace MXREPOSITORY {
+
+/// The text buffer of an area: as long as its record, empty until a record is copied in.
+[[nodiscard]] std::string& area(Area which);
+/// Empties all areas.
+void clear_areas();
+
+/// Field as text. `buffer` empty: the area; otherwise the buffer is read instead. Types A, D, 0: the
+/// raw characters; N and decimals: sign in front, leading zeros kept, a point before the decimals.
+/// A source that is too short gives a shorter or empty text.
+[[nodiscard]] std::string LEGGICAMPO(const Descriptor& descriptor, std::int16_t occurrence,
+                                     const std::string& buffer);
+/// The same from a descriptor text made at run time; an unknown tag shows
+/// "ERRORE REPOSITORY - STRCOSTANTE" and reads empty.
+[[nodiscard]] std::string LEGGICAMPO(const std::string& descriptor, std::int16_t occurrence,
+                                     const std::string& buffer);
+
+/// Leading numeric value of LEGGICAMPO.
+[[nodiscard]] double LEGGICAMPONUM(const Descriptor& descriptor, std::int16_t occurrence,
+                                   const std::string& buffer);
+[[nodiscard]] double LEGGICAMPONUM(const std::string& descriptor, std::int16_t occurrence,
+                                   const std::string& buffer);
+
+/// Stores a text in the area, or in `buffer` if that is not empty. The first comma of the caller's
+/// `value` becomes a point. Text is cut or blank-filled; a number is rounded to the field's
+/// decimals, right-aligned in zeros, its excess digits lost on the left, its minus in the first
+/// position. A target beyond the buffer is failure 9 ("RepoW").
+void SCRIVICAMPO(const Descriptor& descriptor, std::string& value, std::int16_t occurrence,
+                 std::string& buffer);
+void SCRIVICAMPO(const std::string& descriptor, std::string& value, std::int16_t occurrence,
+                 std::string& buffer);
+
+/// Stores a number: its decimal text of up to 15 digits through SCRIVICAMPO.
+void SCRIVICAMPONUM(const Descriptor& descriptor, double value, std::int16_t occurrence,
+                    std::string& buffer);
+void SCRIVICAMPONUM(const std::string& descriptor, double value, std::int16_t occurrence,
+                    std::string& buffer);
+
+/// Displacement of an occurrence inside a repeating group, in characters. Failure 6 beyond 16 bits.
+[[nodiscard]] std::int16_t SPOSTAMENTOOCCORRENZA(const Descriptor& descriptor,
+                                                 std::int16_t occurrence);
+[[nodiscard]] std::int16_t SPOSTAMENTOOCCORRENZA(const std::string& descriptor,
+                                                 std::int16_t occurrence);
+
+// ---- Short forms, so that a formula reads as one. All work on the area of the descriptor. ----
+
+/// Number in the field.
+[[nodiscard]] double num(const Descriptor& field, int occurrence = 0);
+/// Text of the field as LEGGICAMPO gives it; rifilato() without blanks at both ends.
+[[nodiscard]] std::string testo(const Descriptor& field, int occurrence = 0);
+[[nodiscard]] std::string rifilato(const Descriptor& field, int occurrence = 0);
+/// Stores a number, or a text.
+void scrivi(const Descriptor& field, double value, int occurrence = 0);
+void scrivi(const Descriptor& field, std::string_view value, int occurrence = 0);
+inline void scrivi(const Descriptor& field, const char* value, int occurrence = 0) {
+    scrivi(field, std::string_view(value), occurrence);
+}
+/// field += amount, and what then stands in the field (rounded to its decimals).
+double aggiungi(const Descriptor& field, double amount, int occurrence = 0);
+
+/// Writes the number 0 to each field.
+void azzera(std::initializer_list<Descriptor> fields);
+/// Writes an empty text to each field (blanks in text fields, zeros in numeric ones).
+void svuota(std::initializer_list<Descriptor> fields);
+
+/// The fields from `first` to `last` of one series ("Q205" to "Q213"): existing codes between the
+/// two numbers under the same letters, in ascending order; with a step, every step-th number.
+[[nodiscard]] std::vector<Descriptor> serie(const Descriptor& first, const Descriptor& last,
+                                            int step = 1);
+void azzera(const std::vector<Descriptor>& fields);
+void svuota(const std::vector<Descriptor>& fields);
+
+/// field number + distance in the same series: dopo(J001, 12) is J013. Failure 9 if there is none.
+[[nodiscard]] const Descriptor& dopo(const Descriptor& field, int distance);
+
+}  // namespace MXREPOSITORY

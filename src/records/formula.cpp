@@ -1,0 +1,1 @@
+#include "records/formula.h"

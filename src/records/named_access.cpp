@@ -1,0 +1,1 @@
+#include "records/named_access.h"

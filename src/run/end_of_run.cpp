@@ -1,0 +1,1 @@
+#include "run/end_of_run.h"

@@ -1,0 +1,1 @@
+#include "run/failure_handler.h"

@@ -1,0 +1,1 @@
+#include "run/first_walk.h"

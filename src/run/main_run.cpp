@@ -1,0 +1,1 @@
+#include "run/main_run.h"

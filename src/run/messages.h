@@ -1,0 +1,26 @@
+#pragma once
+// What the run says to the operator.
+
+#include <string>
+
+#include "texts/texts.h"
+
+namespace MXLIBRERIA {
+
+/// One progress line: company and employee on the labels, the line at the end of LIST1.
+void MSG(const std::string& text);
+
+/// A plain box: the text (with what follows it) and one button; the run goes on.
+void plain_box(const texts::Text& text, const std::string& rest = {});
+
+/// Company of the loaded record ("1-ROSSI SRL MILANO") and employee ("001-000-0001 - ROSSI MARIA").
+[[nodiscard]] std::string company_label();
+[[nodiscard]] std::string employee_label();
+
+/// List line: P001 as 3-3-4, surname and name cut or filled to 40, then the status text.
+[[nodiscard]] std::string list_line(const std::string& status);
+
+/// Has the monthly archive NZRETMEN.MDB in the archive directory?
+[[nodiscard]] bool monthly_archive_exists();
+
+}  // namespace MXLIBRERIA

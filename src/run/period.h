@@ -1,0 +1,31 @@
+#pragma once
+// The period of the run: record 1 of logical file 6, kept as text.
+//   positions 1-8  ddmmyyyy (3-4 month, 5-8 year, 7-8 short year)
+//   position 9     run kind: '0' an additional monthly payment, anything else a normal month
+
+#include <string>
+
+namespace MXLIBRERIA {
+
+struct Period {
+    std::string PERIODO;      ///< the whole record
+    double MMAGGIUNTIVA = 0;  ///< 1 on a run of an additional payment
+
+    /// Takes the record and derives the rest.
+    void set(const std::string& record);
+
+    [[nodiscard]] std::string date() const;         ///< ddmmyyyy
+    [[nodiscard]] std::string month_text() const;   ///< mm
+    [[nodiscard]] std::string year_text() const;    ///< yyyy
+    [[nodiscard]] std::string short_year() const;   ///< yy
+    [[nodiscard]] std::string month_year() const;   ///< mmyyyy
+    [[nodiscard]] int day() const;
+    [[nodiscard]] int month() const;
+    [[nodiscard]] int year() const;
+    [[nodiscard]] double yyyymm() const;            ///< year x 100 + month
+    [[nodiscard]] bool additional() const { return MMAGGIUNTIVA == 1; }
+    [[nodiscard]] bool ordinary() const { return MMAGGIUNTIVA != 1; }
+};
+extern Period period;
+
+}  // namespace MXLIBRERIA

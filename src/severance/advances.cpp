@@ -1,0 +1,1 @@
+#include "severance/advances.h"

@@ -1,0 +1,1 @@
+#include "severance/pension_funds.h"

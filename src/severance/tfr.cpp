@@ -1,0 +1,1 @@
+#include "severance/tfr.h"

@@ -1,0 +1,1 @@
+#include "tax/bonus.h"

@@ -1,0 +1,1 @@
+#include "tax/deductions.h"

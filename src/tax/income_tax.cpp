@@ -1,0 +1,1 @@
+#include "tax/income_tax.h"

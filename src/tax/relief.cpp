@@ -1,0 +1,1 @@
+#include "tax/relief.h"
