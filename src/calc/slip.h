@@ -20,24 +20,25 @@ struct BracketTable {
 
 /// What lives as long as the run.
 struct RunTables {
-    std::array<double, 57> TABFISSO{};   ///< fixed data, 1 to 56
+    std::array<double, 57> TABFISSO{};  ///< fixed data, 1 to 56
     double F197 = 0;
     double F199 = 0;
     double F162 = 0;
     double F152 = 0;
     double F041 = 0;
     double F153 = 0;
-    double family_income_limit = 0;      ///< F084, or F408 by the letter P158
-    double days_of_year = 366;           ///< 365 when F169 = 1
-    double revaluation = 0;              ///< revaluation percentage of the run (from F021)
-    double revaluation2 = 0;             ///< F022
-    double agreement_number = 0;         ///< positions 35-40 of the installation record
-    std::array<std::string, 51> PARAMETRI;  ///< regional table, 1 to 50
-    std::array<std::string, 1000> list_1000;   ///< control list of the municipal surtax
+    double family_income_limit = 0;           ///< F084, or F408 by the letter P158
+    double days_of_year = 366;                ///< 365 when F169 = 1
+    double revaluation = 0;                   ///< revaluation percentage of the run (from F021)
+    double revaluation2 = 0;                  ///< F022
+    double agreement_number = 0;              ///< positions 35-40 of the installation record
+    std::array<std::string, 51> PARAMETRI;    ///< regional table, 1 to 50
+    std::array<std::string, 1000> list_1000;  ///< control list of the municipal surtax
     double list_1000_count = 0;
-    std::vector<std::string> list_9999 = std::vector<std::string>(10000);  ///< collaborators' ceiling
+    std::vector<std::string> list_9999 =
+        std::vector<std::string>(10000);  ///< collaborators' ceiling
     double list_9999_count = 0;
-    std::vector<std::string> list_999 = std::vector<std::string>(1000);    ///< integrative sum
+    std::vector<std::string> list_999 = std::vector<std::string>(1000);  ///< integrative sum
     double list_999_count = 0;
     std::vector<std::string> bonus_list;
 };
@@ -52,9 +53,9 @@ extern CompanyState company;
 
 /// What belongs to the employee; put back to the defaults when the slip opens.
 struct Slip {
-    bool CEDOLINOFINALE = false;   ///< closes the year or the employment
-    double employee_record = 0;    ///< record number in file 2
-    std::string record_copy;       ///< copy of the employee record, on which PASSQUAL works
+    bool CEDOLINOFINALE = false;  ///< closes the year or the employment
+    double employee_record = 0;   ///< record number in file 2
+    std::string record_copy;      ///< copy of the employee record, on which PASSQUAL works
     BracketTable TABIRP;
     BracketTable TABIRPAC;
     std::array<double, 11> PCTCONTR{};  ///< contribution percentages, 1 to 10
@@ -63,10 +64,10 @@ struct Slip {
     // Divisors and hourly values
     double DIVISOREORE = 173;
     double DIVISOREGG = 26;
-    double PAGAORARIA = 0;       ///< sum of the pay elements
-    double ELEMENTINONBASE = 0;  ///< elements kept apart from the base
-    double QUOTABASE = 1;        ///< share of the pay that carries the base elements
-    double GGLAVORABILI = 0;     ///< days of the month for this employee
+    double PAGAORARIA = 0;            ///< sum of the pay elements
+    double ELEMENTINONBASE = 0;       ///< elements kept apart from the base
+    double QUOTABASE = 1;             ///< share of the pay that carries the base elements
+    double GGLAVORABILI = 0;          ///< days of the month for this employee
     double severance_divisor = 13.5;  ///< yearly monthly payments for the fund; P467 replaces it
     std::string reference_values;     ///< four reference values of 10 characters, for the closing
     bool month_counted = false;       ///< the leaver scan counted the month
@@ -75,13 +76,13 @@ struct Slip {
     std::array<std::string, 4> RIGHECEDOLINO;
     int piece = 2;
     int position = 1;
-    bool last_line = false;      ///< the next line's code is 999
-    double IMPORTOVOCE = 0;      ///< amount of the line under evaluation
-    std::string note_item;       ///< code of the last item of kind "note only"
-    std::array<double, 11> totals_Z021{};   ///< the three totals, 1 to 3
+    bool last_line = false;                      ///< the next line's code is 999
+    double IMPORTOVOCE = 0;                      ///< amount of the line under evaluation
+    std::string note_item;                       ///< code of the last item of kind "note only"
+    std::array<double, 11> totals_Z021{};        ///< the three totals, 1 to 3
     std::array<double, 11> severance_buckets{};  ///< buckets 1 to 5 (Z045), eighth, ninth total
-    double carried_amount = 0;   ///< amount kept by the year-end carry
-    bool carry_opened = false;   ///< Q359 has been formed on this slip
+    double carried_amount = 0;                   ///< amount kept by the year-end carry
+    bool carry_opened = false;                   ///< Q359 has been formed on this slip
 
     // Taxable bases
     double TOTCOMPETENZE = 0;
@@ -94,25 +95,25 @@ struct Slip {
     double ESENTEA = 0;
     double ESENTEB = 0;
     double FRANCHIGIALINEA = 0;
-    double minimum_base = 0;     ///< minimum contribution base of the month
-    double rounded_base = 0;     ///< the kept, rounded value of P240 when F041 = 1
+    double minimum_base = 0;  ///< minimum contribution base of the month
+    double rounded_base = 0;  ///< the kept, rounded value of P240 when F041 = 1
     double travel_excess = 0;
-    bool class8_seen = false;    ///< an item of fiscal class 8 was on the slip
-    bool ceiling_flag = false;   ///< ceiling test of phase C: class-6 items go to the totals below
+    bool class8_seen = false;   ///< an item of fiscal class 8 was on the slip
+    bool ceiling_flag = false;  ///< ceiling test of phase C: class-6 items go to the totals below
     std::array<double, 5> ceiling_totals{};  ///< 1 to 4
-    double RETRIBUZIONEDIFF = 0;  ///< January difference, ends in Q780 or Q781
+    double RETRIBUZIONEDIFF = 0;             ///< January difference, ends in Q780 or Q781
 
     // Flags and values kept across phases
-    bool calendar_days = false;       ///< T180 = 1
-    bool same_month_repeat = false;   ///< Q179 lies in the period's month (entertainers)
-    bool exemption_over = false;      ///< the exemption of P916 has ended
-    bool ordinary_worker = false;     ///< P168 = 0 (phase J, step 17)
-    double former_Q173 = 0;           ///< net of the earlier slip
-    double former_P268 = 0;           ///< P268 as the earlier slip of the month left it
-    double sector_rate = 0;           ///< S004, reduced
+    bool calendar_days = false;      ///< T180 = 1
+    bool same_month_repeat = false;  ///< Q179 lies in the period's month (entertainers)
+    bool exemption_over = false;     ///< the exemption of P916 has ended
+    bool ordinary_worker = false;    ///< P168 = 0 (phase J, step 17)
+    double former_Q173 = 0;          ///< net of the earlier slip
+    double former_P268 = 0;          ///< P268 as the earlier slip of the month left it
+    double sector_rate = 0;          ///< S004, reduced
     double former_P563 = 0;
-    double month_days_previous = 0;   ///< P215 and P216 of the previous slip, joined
-    double base_value = 0;            ///< base for the closing (P213)
+    double month_days_previous = 0;  ///< P215 and P216 of the previous slip, joined
+    double base_value = 0;           ///< base for the closing (P213)
 };
 extern Slip slip;
 

@@ -8,7 +8,7 @@ void AGGIMPFISCSOC();
 
 /// Mode and running totals of one classification; AGGIMPFISCSOC loads and reads them.
 struct Classification {
-    int mode = 0;          ///< 0 fiscal, 1 social
+    int mode = 0;  ///< 0 fiscal, 1 social
     double first = 0;
     double second = 0;
     double third = 0;

@@ -23,10 +23,10 @@ inline constexpr int kLogicalFiles = 600;
 /// Process-wide state of the files; index 0 of the tables stays unused.
 struct FileTable {
     struct Entry {
-        std::int16_t CANALI = 0;    ///< channel number, 0 when closed
-        std::string RECORD;         ///< RECORD$: the record buffer
-        double LUNGHEZZE = 0;       ///< record length from NZBASE.DAT
-        double ULTIMOREC = 0;       ///< last record number read or written
+        std::int16_t CANALI = 0;  ///< channel number, 0 when closed
+        std::string RECORD;       ///< RECORD$: the record buffer
+        double LUNGHEZZE = 0;     ///< record length from NZBASE.DAT
+        double ULTIMOREC = 0;     ///< last record number read or written
         std::shared_ptr<platform::Channel> channel;
     };
     std::array<Entry, kLogicalFiles + 1> entries;
@@ -36,9 +36,9 @@ struct FileTable {
     double year = 0;
     double region = 0;
     std::string province;
-    double last_length = 0;   ///< record length of the last DAMMIFILE$
-    double last_open = 0;     ///< result of the last opening
-    double last_read = 0;     ///< result of the last reading: 1 at end of file
+    double last_length = 0;  ///< record length of the last DAMMIFILE$
+    double last_open = 0;    ///< result of the last opening
+    double last_read = 0;    ///< result of the last reading: 1 at end of file
 };
 extern FileTable file_table;
 

@@ -1,7 +1,8 @@
 #pragma once
 // Code page 1252 on one side, UTF-8 on the other. Records, dictionary files and text files are
 // bytes of code page 1252; UTF-8 exists only beyond the platform's interfaces. The five codes that
-// the code page leaves undefined (81, 8D, 8F, 90, 9D) go to U+0081 ... and back, so no byte is lost.
+// the code page leaves undefined (81, 8D, 8F, 90, 9D) go to U+0081 ... and back, so no byte is
+// lost.
 
 #include <string>
 #include <string_view>

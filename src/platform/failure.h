@@ -44,7 +44,8 @@ class Failure : public std::runtime_error {
     [[nodiscard]] int number() const { return number_; }
     [[nodiscard]] std::string description() const { return what(); }
 
-    /// Name that the handler records in the trace before it shows it ("RepoR", "RepoW"); else empty.
+    /// Name that the handler records in the trace before it shows it ("RepoR", "RepoW"); else
+    /// empty.
     std::string pseudo_name;
 
   private:

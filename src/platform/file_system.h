@@ -28,10 +28,10 @@ class Channel {
 };
 
 enum class OpenMode {
-    read_only,     ///< must exist
-    shared,        ///< read and write, made empty if missing; read only where writing is refused
-    exclusive,     ///< read and write, made if missing, locked against every other program (or 70)
-    truncate,      ///< written anew
+    read_only,  ///< must exist
+    shared,     ///< read and write, made empty if missing; read only where writing is refused
+    exclusive,  ///< read and write, made if missing, locked against every other program (or 70)
+    truncate,   ///< written anew
 };
 
 class FileSystem {

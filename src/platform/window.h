@@ -11,8 +11,17 @@ namespace platform {
 enum class Icon { none, critical, question, exclamation, information };
 
 /// Controls of the window that the program touches.
-enum class Control { FrameGesCalcolo, Label2, Label3, Label4, FrameCalcolo, FrameLista, Label7,
-                     LIST1, Comando1 };
+enum class Control {
+    FrameGesCalcolo,
+    Label2,
+    Label3,
+    Label4,
+    FrameCalcolo,
+    FrameLista,
+    Label7,
+    LIST1,
+    Comando1
+};
 
 class Window {
   public:
@@ -39,7 +48,8 @@ class Window {
     /// A box with one button.
     virtual void box(const std::string& title, const std::string& text, Icon icon) = 0;
     /// A Yes/No box; true for Yes.
-    [[nodiscard]] virtual bool ask(const std::string& title, const std::string& text, Icon icon) = 0;
+    [[nodiscard]] virtual bool ask(const std::string& title, const std::string& text,
+                                   Icon icon) = 0;
 
     /// Progress of a walk: entries done of those the selection has.
     virtual void progress(std::size_t done, std::size_t total) = 0;

@@ -33,11 +33,10 @@ struct LetterArea {
     Area area;
 };
 constexpr std::array<LetterArea, 24> kLetterAreas{{
-    {'A', Area::F24X}, {'B', Area::PROX}, {'E', Area::STUX}, {'F', Area::FISX},
-    {'G', Area::CONX}, {'H', Area::M77X}, {'I', Area::DI2X}, {'J', Area::DICX},
-    {'K', Area::SCRX}, {'L', Area::SCRY}, {'M', Area::PERX}, {'N', Area::PARX},
-    {'O', Area::GLAX}, {'P', Area::DIPX}, {'Q', Area::DIPX}, {'R', Area::FOPX},
-    {'S', Area::SETX}, {'T', Area::DITX}, {'U', Area::SCRU}, {'V', Area::STOX},
+    {'A', Area::F24X}, {'B', Area::PROX}, {'E', Area::STUX}, {'F', Area::FISX}, {'G', Area::CONX},
+    {'H', Area::M77X}, {'I', Area::DI2X}, {'J', Area::DICX}, {'K', Area::SCRX}, {'L', Area::SCRY},
+    {'M', Area::PERX}, {'N', Area::PARX}, {'O', Area::GLAX}, {'P', Area::DIPX}, {'Q', Area::DIPX},
+    {'R', Area::FOPX}, {'S', Area::SETX}, {'T', Area::DITX}, {'U', Area::SCRU}, {'V', Area::STOX},
     {'W', Area::COCX}, {'X', Area::CUDX}, {'Y', Area::ARTX}, {'Z', Area::FOTX},
 }};
 
@@ -70,8 +69,9 @@ std::int16_t last_position(Area area) {
 }
 
 Area area_of_letter(char letter) {
-    const auto* found = std::find_if(kLetterAreas.begin(), kLetterAreas.end(),
-                                     [letter](const LetterArea& row) { return row.letter == letter; });
+    const auto* found =
+        std::find_if(kLetterAreas.begin(), kLetterAreas.end(),
+                     [letter](const LetterArea& row) { return row.letter == letter; });
     return found == kLetterAreas.end() ? Area::unknown : found->area;
 }
 

@@ -1,13 +1,14 @@
 #pragma once
-// Field descriptors: 23 characters that say which area, where, how long and of what type a field is.
+// Field descriptors: 23 characters that say which area, where, how long and of what type a field
+// is.
 //
 //   positions  column       form
 //   1-5        area tag     four characters and '$'
 //   7-11       offset       1-based position of the first character, five digits
 //   13-14      length       width in characters, 01 to 99
-//   16         type         N whole number, A text, D date or digits, 0 digits, 2-6 implied decimals
-//   18         flag         0 or 1, carried and not read
-//   20-23      code         short name of the field, as P017 or PA12
+//   16         type         N whole number, A text, D date or digits, 0 digits, 2-6 implied
+//   decimals 18         flag         0 or 1, carried and not read 20-23      code         short
+//   name of the field, as P017 or PA12
 //
 // The constants (one per field, under its code) are generated from the data files in
 // records/dictionary/ and cut at compile time.
@@ -22,8 +23,30 @@ namespace MXREPOSITORY {
 
 /// Record areas, in the order in which a descriptor's tag is compared.
 enum class Area : std::uint8_t {
-    DITX, DIPX, FISX, SETX, FOTX, DICX, DI2X, CONX, CUDX, PROX, STUX, ARTX,
-    FOPX, F24X, PARX, PERX, COCX, STOX, SCRX, SCRY, GLAX, GLCX, M77X, SCRU,
+    DITX,
+    DIPX,
+    FISX,
+    SETX,
+    FOTX,
+    DICX,
+    DI2X,
+    CONX,
+    CUDX,
+    PROX,
+    STUX,
+    ARTX,
+    FOPX,
+    F24X,
+    PARX,
+    PERX,
+    COCX,
+    STOX,
+    SCRX,
+    SCRY,
+    GLAX,
+    GLCX,
+    M77X,
+    SCRU,
     unknown
 };
 inline constexpr std::size_t kAreaCount = 24;
@@ -107,7 +130,8 @@ consteval Descriptor cut(std::string_view text) {
 /// The last position that the fields of an area use; 0 for an area without fields here.
 [[nodiscard]] std::int16_t last_position(Area area);
 
-/// The area of a code letter ('T' DITX, 'P' and 'Q' DIPX, ...); unknown for C and D. 'O' gives GLAX.
+/// The area of a code letter ('T' DITX, 'P' and 'Q' DIPX, ...); unknown for C and D. 'O' gives
+/// GLAX.
 [[nodiscard]] Area area_of_letter(char letter);
 
 }  // namespace MXREPOSITORY

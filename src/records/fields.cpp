@@ -163,7 +163,8 @@ void store(std::string& target, std::string_view characters, std::size_t start) 
     if (start + characters.size() > target.size()) {
         throw Failure(platform::kSubscriptOutOfRange);
     }
-    std::copy(characters.begin(), characters.end(), target.begin() + static_cast<std::ptrdiff_t>(start));
+    std::copy(characters.begin(), characters.end(),
+              target.begin() + static_cast<std::ptrdiff_t>(start));
 }
 
 std::string read_field(const Descriptor& d, std::int16_t occurrence, const std::string& buffer) {
@@ -222,7 +223,8 @@ struct SteppedGroup {
     int span;
     int width;
 };
-constexpr std::array<SteppedGroup, 2> kF24Groups{{{1077, 4117, 152, 24, 35}, {5094, 5414, 16, 1, 4}}};
+constexpr std::array<SteppedGroup, 2> kF24Groups{
+    {{1077, 4117, 152, 24, 35}, {5094, 5414, 16, 1, 4}}};
 constexpr int kDi2Width = 714;
 
 int group_width(const Descriptor& d) {
@@ -277,7 +279,8 @@ double LEGGICAMPONUM(const Descriptor& descriptor, std::int16_t occurrence,
             return valore(read_field(descriptor, occurrence, buffer));
         }
         const std::string& source = buffer.empty() ? area(descriptor.area) : buffer;
-        return decode_number(slice(source, start_of(descriptor, occurrence), descriptor), descriptor);
+        return decode_number(slice(source, start_of(descriptor, occurrence), descriptor),
+                             descriptor);
     });
 }
 

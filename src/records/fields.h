@@ -17,9 +17,9 @@ namespace MXREPOSITORY {
 /// Empties all areas.
 void clear_areas();
 
-/// Field as text. `buffer` empty: the area; otherwise the buffer is read instead. Types A, D, 0: the
-/// raw characters; N and decimals: sign in front, leading zeros kept, a point before the decimals.
-/// A source that is too short gives a shorter or empty text.
+/// Field as text. `buffer` empty: the area; otherwise the buffer is read instead. Types A, D, 0:
+/// the raw characters; N and decimals: sign in front, leading zeros kept, a point before the
+/// decimals. A source that is too short gives a shorter or empty text.
 [[nodiscard]] std::string LEGGICAMPO(const Descriptor& descriptor, std::int16_t occurrence,
                                      const std::string& buffer);
 /// The same from a descriptor text made at run time; an unknown tag shows

@@ -11,9 +11,9 @@ namespace MXREPOSITORY {
 
 /// What has been loaded of the dictionary; lives for the run.
 struct Repository {
-    std::string INDICELETTERE;               ///< count, letter, count, letter, ... ("00000" first)
-    std::vector<std::string> TABELLACAMPI;   ///< entries of 9 characters, from index 1
-    std::string type;                        ///< type letter of the last field read
+    std::string INDICELETTERE;              ///< count, letter, count, letter, ... ("00000" first)
+    std::vector<std::string> TABELLACAMPI;  ///< entries of 9 characters, from index 1
+    std::string type;                       ///< type letter of the last field read
 };
 extern Repository repository;
 

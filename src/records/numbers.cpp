@@ -137,8 +137,9 @@ std::string testo_numero(double value) {
         return "0";
     }
     std::array<char, 40> buffer{};
-    const auto written = std::to_chars(buffer.data(), buffer.data() + buffer.size(), std::abs(value),
-                                       std::chars_format::scientific, kSignificantDigits - 1);
+    const auto written =
+        std::to_chars(buffer.data(), buffer.data() + buffer.size(), std::abs(value),
+                      std::chars_format::scientific, kSignificantDigits - 1);
     // d.ddddddddddddddE+xx: the digits without point and trailing zeros, and the exponent.
     std::array<char, kSignificantDigits> digits{};
     digits[0] = buffer[0];
@@ -149,7 +150,8 @@ std::string testo_numero(double value) {
     }
     int exponent = 0;
     const char* exponent_text = buffer.data() + kSignificantDigits + 2;
-    std::from_chars(*exponent_text == '+' ? exponent_text + 1 : exponent_text, written.ptr, exponent);
+    std::from_chars(*exponent_text == '+' ? exponent_text + 1 : exponent_text, written.ptr,
+                    exponent);
 
     std::string text;
     text.reserve(24);

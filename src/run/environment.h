@@ -7,12 +7,12 @@ namespace MXLIBRERIA {
 
 /// Environment of the run: lives from CARICAAMBIENTE to the end.
 struct Environment {
-    std::string archive_directory;    ///< PERCORSOARCHIVI
-    std::string programs_directory;   ///< PERCORSOPROGRAMMI
-    std::string task = "01";          ///< 2 characters, placeholder "$$" of the file names
-    std::string installation_name;    ///< file 395, positions 1-30, upper case, trimmed
+    std::string archive_directory;      ///< PERCORSOARCHIVI
+    std::string programs_directory;     ///< PERCORSOPROGRAMMI
+    std::string task = "01";            ///< 2 characters, placeholder "$$" of the file names
+    std::string installation_name;      ///< file 395, positions 1-30, upper case, trimmed
     std::string installation_tax_code;  ///< file 395, positions 31-41
-    std::string installation_record;  ///< record 1 of file 55
+    std::string installation_record;    ///< record 1 of file 55
 };
 extern Environment environment;
 

@@ -14,15 +14,15 @@ struct Period {
     /// Takes the record and derives the rest.
     void set(const std::string& record);
 
-    [[nodiscard]] std::string date() const;         ///< ddmmyyyy
-    [[nodiscard]] std::string month_text() const;   ///< mm
-    [[nodiscard]] std::string year_text() const;    ///< yyyy
-    [[nodiscard]] std::string short_year() const;   ///< yy
-    [[nodiscard]] std::string month_year() const;   ///< mmyyyy
+    [[nodiscard]] std::string date() const;        ///< ddmmyyyy
+    [[nodiscard]] std::string month_text() const;  ///< mm
+    [[nodiscard]] std::string year_text() const;   ///< yyyy
+    [[nodiscard]] std::string short_year() const;  ///< yy
+    [[nodiscard]] std::string month_year() const;  ///< mmyyyy
     [[nodiscard]] int day() const;
     [[nodiscard]] int month() const;
     [[nodiscard]] int year() const;
-    [[nodiscard]] double yyyymm() const;            ///< year x 100 + month
+    [[nodiscard]] double yyyymm() const;  ///< year x 100 + month
     [[nodiscard]] bool additional() const { return MMAGGIUNTIVA == 1; }
     [[nodiscard]] bool ordinary() const { return MMAGGIUNTIVA != 1; }
 };

@@ -21,7 +21,8 @@ void COPIAFILE(const std::string& source, const std::string& target);
 /// A registry value as text; empty if there is no key, no value, or another type.
 [[nodiscard]] std::string LEGGIREGISTRO(const std::string& root, const std::string& key,
                                         const std::string& value);
-[[nodiscard]] std::string LEGGIVALOREREGISTRO(const std::string& open_key, const std::string& value);
+[[nodiscard]] std::string LEGGIVALOREREGISTRO(const std::string& open_key,
+                                              const std::string& value);
 
 /// Year x 100 + month of a date text ddmmyyyy; 0 if the text holds none.
 [[nodiscard]] double yyyymm_of(const std::string& ddmmyyyy);
