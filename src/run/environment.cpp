@@ -1,1 +1,11 @@
 #include "run/environment.h"
+
+namespace MXLIBRERIA {
+
+Environment environment;
+
+std::string archive_path(const std::string& name) {
+    return environment.archive_directory + name;
+}
+
+}  // namespace MXLIBRERIA

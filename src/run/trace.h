@@ -18,4 +18,8 @@ extern TraceRing trace_ring;
 /// Records a name; the same name twice running takes one slot.
 void TRACCIA(std::string_view name);
 
+/// The ten names from the oldest to the newest, each with CR LF; unused slots are empty lines in
+/// front of the names.
+[[nodiscard]] std::string trace_listing();
+
 }  // namespace MXLIBRERIA

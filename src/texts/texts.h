@@ -39,4 +39,76 @@ inline constexpr Text kRepositoryUnknownTag{Kind::box, "ERRORE REPOSITORY - STRC
 inline constexpr Text kRepositoryUnknownLetter{Kind::box,
                                                "ERRORE REPOSITORY - LETTERA SCONOSCIUTA"};
 
+// Program, failure, printer
+inline constexpr Text kProgram{Kind::label, "VELMOR"};
+inline constexpr Text kFailure{Kind::failure, "Errore "};
+inline constexpr Text kRestoreTask{
+    Kind::failure, "CHIUDERE TUTTE LE APPLICAZIONI DELLA TASK\r\nLANCIARE RIPRISTINO TASK"};
+inline constexpr Text kPrinterRetry{Kind::question, "ERR.STAMPANTE - SI VUOLE RITENTARE ?"};
+inline constexpr Text kPrinterClose{
+    Kind::question, "CHIUDERE IL PROGRAMMA ? (se si risp.NO il progr.perde la riga e prosegue)"};
+
+// Status of an employee on the list
+inline constexpr Text kAlready{Kind::line, ":già elaborato"};
+inline constexpr Text kDoneWithArchive{Kind::line,
+                                       ":elaborato e aggiornato archivio retrib. mese INPS"};
+inline constexpr Text kDone{Kind::line, ":elaborato"};
+inline constexpr Text kAgencyAlready{
+    Kind::line, ":LAV.INTERINALE  già elaborato solo per 'Libro Unico del Lavoro'"};
+inline constexpr Text kAgencyDone{Kind::line,
+                                  ":LAV.INTERINALE  elaborato solo per 'Libro Unico del Lavoro'"};
+inline constexpr Text kAgencyDoneNoArchive{
+    Kind::line, "LAV.INTERINALE  elaborato solo per 'Libro Unico del Lavoro'"};
+inline constexpr Text kPartnerAlready{
+    Kind::line, ":AS.IN PART.A.M. già elaborato solo per 'Libro Unico del Lavoro'"};
+inline constexpr Text kPartnerDone{Kind::line,
+                                   ":AS.IN PART.A.M. elaborato solo per 'Libro Unico del Lavoro'"};
+inline constexpr Text kOtherKindAlready{
+    Kind::line, ":ALTRE TIPOLOGIE già elaborato solo per 'Libro Unico del Lavoro'"};
+inline constexpr Text kOtherKindDone{
+    Kind::line, ":ALTRE TIPOLOGIE elaborato solo per 'Libro Unico del Lavoro'"};
+
+// Start-up
+inline constexpr Text kCaption{Kind::label, "Solmarel * VELMOR - Calcolo cedolino - "};
+inline constexpr Text kLabel4WithArchive{
+    Kind::label,
+    "A fine elaborazione verra' evidenziata la lista dei dipendenti con il risultato del calcolo "
+    "cedolino e aggiornamento archivio retribuzione mese per INPS"};
+inline constexpr Text kLabel4{Kind::label,
+                              "A fine elaborazione verra' evidenziata la lista dei dipendenti con "
+                              "il risultato del calcolo cedolino"};
+inline constexpr Text kPeriodCaption{Kind::label, " PERIODO IN         ELABORAZIONE"};
+inline constexpr Text kNotFound{Kind::label, "Non trovato"};
+inline constexpr Text kAdditionalRun{Kind::label, "MM aggiuntiva"};
+inline constexpr Text kNormalRun{Kind::label, "MM normale"};
+inline constexpr Text kPleaseWait{Kind::label, "Attendere prego .....elaborazione in corso"};
+inline constexpr Text kConfigurationError{
+    Kind::failure,
+    "ERRORE DI CONFIGURAZIONE! CONTROLLARE I PERCORSI DI Solmarel CON IL PROGRAMMA VPERCORSO"};
+/// Title of the municipal question; the year follows.
+inline constexpr Text kAdvanceTitle{Kind::label, "Controllo calcolo acconto comunale "};
+/// The municipal question in two pieces; the year stands between them.
+inline constexpr Text kAdvanceQuestion{
+    Kind::question, "Attenzione il programma 'CALCOLO ACCONTO ADDIZIONALE COMUNALE "};
+inline constexpr Text kAdvanceQuestionRest{
+    Kind::question,
+    "' non e' stato eseguito.\r\rRispondendo si il calcolo del cedolino non gestira' la trattenuta "
+    "'ACCONTO ADDIZIONALE COMUNALE'.\r\rRispondendo No il calcolo dell'ACCONTO ADDIZIONALE "
+    "COMUNALE potra' essere effettuato nel seguente modo:\r\rDA MENU 'ELABORAZIONI ANNUALI' "
+    "\rESEGUIRE LA SCELTA 'Calcolo e stampa addizionale acconto comunale'\rIL PROGRAMMA PRENDE IN "
+    "ESAME TUTTI I DIPENDENTI IN FORZA IN ANNO\rCORRENTE E CALCOLA L'ACCONTO COMUNALE"};
+
+// First walk
+inline constexpr Text kMissingCompany{Kind::box, "MANCA DITTA "};
+inline constexpr Text kMissingEmployee{Kind::box, "MANCA DIPENDENTE "};
+
+// End of the run
+inline constexpr Text kReorganising{Kind::label,
+                                    "Attendere prego.... riorganizzazione archivi mensili"};
+inline constexpr Text kFinishedWithArchive{
+    Kind::box,
+    "Calcolo cedolino e aggiornamento archivio dati retribuzione mese per INPS terminato"};
+inline constexpr Text kFinished{Kind::box, "Calcolo cedolino terminato"};
+inline constexpr Text kPeriodOfRun{Kind::box, "\r\rPeriodo di elaborazione "};
+
 }  // namespace texts
