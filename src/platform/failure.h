@@ -47,6 +47,9 @@ class Failure : public std::runtime_error {
     /// Name that the handler records in the trace before it shows it ("RepoR", "RepoW"); else
     /// empty.
     std::string pseudo_name;
+    /// The file or record that the failure is about, for the operator; else empty. The description
+    /// stays the usual text.
+    std::string culprit;
 
   private:
     int number_;

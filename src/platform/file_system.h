@@ -1,7 +1,8 @@
 #pragma once
 // All file traffic of the program goes through this interface, so that a test can wrap it
 // (fail the Nth operation, count operations). Failures are platform::Failure with Basic numbers:
-// 53 not found, 76 path not found, 70 locked by another, 75 access denied, 61 disk full, 57 other.
+// 53 not found, 76 path not found, 70 locked by another, 75 access denied, 61 disk full, 67 too
+// many files, 57 other; `culprit` names the file.
 
 #include <cstdint>
 #include <memory>
@@ -29,8 +30,9 @@ class Channel {
 
 enum class OpenMode {
     read_only,  ///< must exist
-    shared,     ///< read and write, made empty if missing; read only where writing is refused
-    exclusive,  ///< read and write, made if missing, locked against every other program (or 70)
+    existing,   ///< read and write, must exist; read only where writing is refused
+    shared,     ///< as existing, but made empty if missing
+    exclusive,  ///< as shared, and locked against every other opening (or 70)
     truncate,   ///< written anew
 };
 
@@ -52,6 +54,9 @@ class FileSystem {
     [[nodiscard]] virtual std::uint64_t length(const std::string& path) = 0;
     virtual void remove(const std::string& path) = 0;
     virtual void copy(const std::string& source, const std::string& target) = 0;
+    /// False where the rights of this user never let the file be opened (or made, if it is
+    /// missing): there is nothing to wait for.
+    [[nodiscard]] virtual bool permitted(const std::string& path) = 0;
 };
 
 /// The path as it stands on this machine: `\` becomes `/`, each name is looked up whatever its
@@ -76,7 +81,7 @@ class NamedLock {
   public:
     virtual ~NamedLock() = default;
 };
-/// Takes the lock beside `path`; nullptr if another process holds it.
+/// Takes the lock on the file `path`.lock, made if missing; nullptr if another process holds it.
 [[nodiscard]] std::unique_ptr<NamedLock> try_named_lock(const std::string& path);
 
 }  // namespace platform

@@ -1,0 +1,208 @@
+// The run on a terminal: LIST1 and boxes on standard output, progress on standard error.
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <iostream>
+#include <map>
+#include <optional>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "platform/code_page.h"
+#include "platform/file_system.h"
+#include "platform/terminal_texts.h"
+#include "platform/window.h"
+
+namespace platform {
+
+namespace {
+
+/// CR LF and CR alone, the line ends of the boxes, as line ends of the terminal.
+std::string with_line_ends(std::string_view text) {
+    std::string out;
+    out.reserve(text.size());
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == '\r') {
+            out += '\n';
+            i += i + 1 < text.size() && text[i + 1] == '\n' ? 1 : 0;
+        } else {
+            out += text[i];
+        }
+    }
+    return out;
+}
+
+/// A line of the list stays one line: line ends inside it become blanks.
+std::string on_one_line(std::string line) {
+    line = with_line_ends(line);
+    std::replace(line.begin(), line.end(), '\n', ' ');
+    return line;
+}
+
+/// `si` or `no` (also `sì`, `s`, `n`) in any case; nothing for any other text.
+std::optional<bool> answer_of(std::string_view text) {
+    std::string word;
+    for (const char c : text) {
+        if (c != ' ' && c != '\t' && c != '\r') {
+            word += c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+        }
+    }
+    if (word == terminal_texts::kYes || word == "s" || word == "s\xC3\xAC" || word == "s\xEC") {
+        return true;
+    }
+    if (word == terminal_texts::kNo || word == "n") {
+        return false;
+    }
+    return std::nullopt;
+}
+
+/// The answers of VELMOR_RISPOSTE: one for all questions, or a file with one a line.
+class Answers {
+  public:
+    /// Next answer; nothing when the operator is to be asked.
+    std::optional<bool> next() {
+        const char* given = std::getenv("VELMOR_RISPOSTE");
+        if (given == nullptr || *given == '\0') {
+            return std::nullopt;
+        }
+        if (const std::optional<bool> same_for_all = answer_of(given)) {
+            return same_for_all;
+        }
+        load(given);
+        if (used_ == lines_.size()) {
+            return false;
+        }
+        return answer_of(lines_[used_++]).value_or(false);
+    }
+
+  private:
+    /// Blank lines answer nothing. A file that cannot be read is a failure, not an answer.
+    void load(const std::string& path) {
+        if (!loaded_) {
+            lines_ = read_lines(path);
+            std::erase_if(lines_, [](const std::string& line) {
+                return line.find_first_not_of(" \t") == std::string::npos;
+            });
+            loaded_ = true;
+        }
+    }
+
+    bool loaded_ = false;
+    std::vector<std::string> lines_;
+    std::size_t used_ = 0;
+};
+
+class TerminalWindow final : public Window {
+  public:
+    TerminalWindow()
+        : operator_present_(::isatty(STDIN_FILENO) != 0 && ::isatty(STDOUT_FILENO) != 0),
+          progress_in_place_(::isatty(STDERR_FILENO) != 0) {}
+
+    void set_caption(const std::string& text) override { caption_ = text; }
+    void set_text(Control control, int element, const std::string& text) override {
+        texts_[{control, element}] = text;
+    }
+    [[nodiscard]] std::string text(Control control, int element) const override {
+        const auto found = texts_.find({control, element});
+        return found == texts_.end() ? std::string() : found->second;
+    }
+    void set_visible(Control /*control*/, int /*element*/, bool /*visible*/) override {}
+    void set_busy(bool /*hourglass*/) override {}
+    void refresh() override {}
+
+    void clear_list() override { lines_ = 0; }
+    void add_line(const std::string& line) override {
+        clear_progress();
+        std::cout << to_utf8(on_one_line(line)) << std::endl;
+        ++lines_;
+    }
+    [[nodiscard]] std::size_t line_count() const override { return lines_; }
+
+    void box(const std::string& title, const std::string& text, Icon /*icon*/) override {
+        show(title, text);
+    }
+
+    [[nodiscard]] bool ask(const std::string& title, const std::string& text,
+                           Icon /*icon*/) override {
+        show(title, text);
+        const std::optional<bool> given = answers_.next();
+        const bool yes = given ? *given : ask_operator();
+        std::cout << terminal_texts::kAnswer << (yes ? terminal_texts::kYes : terminal_texts::kNo)
+                  << std::endl;
+        return yes;
+    }
+
+    /// On a terminal one line that changes in place; elsewhere a line at each new percent.
+    void progress(std::size_t done, std::size_t total) override {
+        const std::size_t percent = total == 0 ? 100 : done * 100 / total;
+        if (!progress_in_place_ && percent == shown_percent_ && done != 0) {
+            return;
+        }
+        shown_percent_ = percent;
+        clear_progress();
+        std::cerr << terminal_texts::kProgress << done << '/' << total << " (" << percent << "%)";
+        if (progress_in_place_) {
+            std::cerr << std::flush;
+            progress_stands_ = true;
+        } else {
+            std::cerr << std::endl;
+        }
+    }
+
+    void show_modal() override {
+        clear_progress();
+        if (operator_present_) {
+            std::cerr << terminal_texts::kPressReturn << std::endl;
+            std::string ignored;
+            std::getline(std::cin, ignored);
+        }
+    }
+
+  private:
+    void show(const std::string& title, const std::string& text) {
+        clear_progress();
+        std::cout << '[' << to_utf8(title) << "] " << to_utf8(with_line_ends(text)) << std::endl;
+    }
+
+    /// No answer (end of input, or nobody there) is No.
+    static bool ask_operator() {
+        if (::isatty(STDIN_FILENO) == 0) {
+            return false;
+        }
+        std::string line;
+        do {
+            std::cout << terminal_texts::kAsk << std::flush;
+            if (!std::getline(std::cin, line)) {
+                return false;
+            }
+        } while (!answer_of(line));
+        return *answer_of(line);
+    }
+
+    void clear_progress() {
+        if (progress_stands_) {
+            std::cerr << "\r\033[K" << std::flush;
+            progress_stands_ = false;
+        }
+    }
+
+    bool operator_present_;
+    bool progress_in_place_;
+    bool progress_stands_ = false;
+    std::size_t shown_percent_ = 0;
+    std::string caption_;
+    std::map<std::pair<Control, int>, std::string> texts_;
+    std::size_t lines_ = 0;
+    Answers answers_;
+};
+
+}  // namespace
+
+std::unique_ptr<Window> make_terminal_window() {
+    return std::make_unique<TerminalWindow>();
+}
+
+}  // namespace platform
