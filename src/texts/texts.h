@@ -38,6 +38,14 @@ inline constexpr Text kSuiteTitle{Kind::label, "Solmarel"};
 inline constexpr Text kRepositoryUnknownTag{Kind::box, "ERRORE REPOSITORY - STRCOSTANTE"};
 inline constexpr Text kRepositoryUnknownLetter{Kind::box,
                                                "ERRORE REPOSITORY - LETTERA SCONOSCIUTA"};
+inline constexpr Text kRepositoryLetterNotFound{Kind::box,
+                                                "ERRORE REPOSITORY: lettera non trovata "};
+inline constexpr Text kRepositoryNameLength{Kind::box, "ERRORE REPOSITORY: lunghezza nomebreve "};
+inline constexpr Text kRepositoryNoSuchName{Kind::box, "ERRORE REPOSITORY: nome inesistente "};
+inline constexpr Text kRepositoryDisplacement{Kind::box, "ERRORE REPOSITORY: spostamento "};
+
+// Formulas of the pay items
+inline constexpr Text kFormulaUnknownTarget{Kind::box, "CAMPO NON DECIFRABILE  "};
 
 // Program, failure, printer
 inline constexpr Text kProgram{Kind::label, "VELMOR"};
