@@ -27,7 +27,7 @@ std::string with_line_ends(std::string_view text) {
     for (std::size_t i = 0; i < text.size(); ++i) {
         if (text[i] == '\r') {
             out += '\n';
-            i += i + 1 < text.size() && text[i + 1] == '\n' ? 1 : 0;
+            i += i + 1 < text.size() && text[i + 1] == '\n' ? 1U : 0U;
         } else {
             out += text[i];
         }
