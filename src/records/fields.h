@@ -2,6 +2,7 @@
 // Record areas and the four accessors, the only way to a value in a record, with short forms of
 // them for formulas.
 
+#include <concepts>
 #include <cstdint>
 #include <initializer_list>
 #include <string>
@@ -66,6 +67,11 @@ void scrivi(const Descriptor& field, double value, int occurrence = 0);
 void scrivi(const Descriptor& field, std::string_view value, int occurrence = 0);
 inline void scrivi(const Descriptor& field, const char* value, int occurrence = 0) {
     scrivi(field, std::string_view(value), occurrence);
+}
+/// A whole number, so that a literal reads as one: scrivi(P026, 0).
+template <std::integral Whole>
+void scrivi(const Descriptor& field, Whole value, int occurrence = 0) {
+    scrivi(field, static_cast<double>(value), occurrence);
 }
 /// field += amount, and what then stands in the field (rounded to its decimals).
 double aggiungi(const Descriptor& field, double amount, int occurrence = 0);

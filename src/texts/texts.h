@@ -119,4 +119,7 @@ inline constexpr Text kFinishedWithArchive{
 inline constexpr Text kFinished{Kind::box, "Calcolo cedolino terminato"};
 inline constexpr Text kPeriodOfRun{Kind::box, "\r\rPeriodo di elaborazione "};
 
+// Closing
+inline constexpr Text kOverCeiling{Kind::line, " HA SUPERATO IL MASSIMALE DI E."};
+
 }  // namespace texts
