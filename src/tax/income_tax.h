@@ -1,9 +1,15 @@
 #pragma once
 // Income tax: one bracket walk behind four entry points.
+//
+// The month is not taxed by a monthly scale: its base is brought to the year, the yearly scale is
+// applied, and the tax is brought back to the month. The year-end adjustment applies the scale once
+// to the whole year's base.
 
+#include <array>
 #include <cstdint>
 
 #include "calc/slip.h"
+#include "records/dictionary/DIPX.h"
 
 namespace ModSWCALB {
 
@@ -18,21 +24,35 @@ struct TaxState {
     double IndiceScaglione = 0;         ///< walking index
     double TabellaAlternativa = 0;      ///< 1 starts the walk of CALCIMPOSTA at cell 21
     bool ConguaglioAnnuale = false;     ///< this slip is the year-end adjustment
-    double PrimaPassata = 0;            ///< 1 in the pass that counts months and runs deductions
-    double tax_credit = 0;              ///< module tax credit
+    double PrimaPassata = 0;  ///< 1 in the one call of the slip that counts months and runs
+                              ///< deductions; the callers set it
+    double tax_credit = 0;    ///< module tax credit
 };
 extern TaxState tax_state;
 
-/// Tax on ImponibileCorrente, with the counts and the deductions of the slip.
+/// The deductions that the tax of the slip is lowered by. Cleared by each CALCIMPOSTA.
+inline constexpr std::array<MXREPOSITORY::Descriptor, 11> kDeductionFields{
+    MXREPOSITORY::Q657, MXREPOSITORY::Q277, MXREPOSITORY::Q648, MXREPOSITORY::Q649,
+    MXREPOSITORY::Q650, MXREPOSITORY::Q652, MXREPOSITORY::Q665, MXREPOSITORY::Q651,
+    MXREPOSITORY::Q653, MXREPOSITORY::Q668, MXREPOSITORY::Q741};
+
+/// Tax on ImponibileCorrente, with the counts and the deductions of the slip. Leaves ImpostaLorda,
+/// AliquotaMarginale and ImponibileAddizionali; nothing is rounded. A table that no closing limit
+/// (999999.99) ends is failure 9.
 void CALCIMPOSTA();
-/// Tax on `base`; the flag tells whether the alternate table was used.
+/// Tax on `base`; 0 for a base of 0. The flag comes back -1 when the alternate table was used, for
+/// a termination on 31 December 2006.
 [[nodiscard]] double CalcolaImposta(double& base, std::int16_t& flag);
-/// The same for back pay of earlier years.
+/// The same for back pay of earlier years, always on the first table: the flag comes back 0.
 [[nodiscard]] double CalcolaImpostaAP(double& base, std::int16_t& flag);
-/// The same on the severance table; the flag chooses the table.
+/// The same on the severance table (slip.TABIRPAC); a flag that is set chooses the alternate table.
 [[nodiscard]] double CalcolaImpostaTFR(double& base, std::int16_t& flag);
 
 /// Sum of the eleven deduction fields of the slip.
 [[nodiscard]] double sum_of_deductions();
+
+/// Has the employee left in the month of the run, or not at all? Only such a slip counts a month of
+/// deductions.
+[[nodiscard]] bool month_counts_for_deductions();
 
 }  // namespace ModSWCALB
