@@ -20,23 +20,28 @@ namespace MXLIBRERIA {
 
 inline constexpr int kLogicalFiles = 600;
 
-/// Process-wide state of the files; index 0 of the tables stays unused.
-struct FileTable {
-    struct Entry {
-        std::int16_t CANALI = 0;  ///< channel number, 0 when closed
-        std::string RECORD;       ///< RECORD$: the record buffer
-        double LUNGHEZZE = 0;     ///< record length from NZBASE.DAT
-        double ULTIMOREC = 0;     ///< last record number read or written
-        std::shared_ptr<platform::Channel> channel;
-    };
-    std::array<Entry, kLogicalFiles + 1> entries;
-    // Values for the placeholders of the next opening; each is cleared by its use.
+/// Values of the placeholders for the next opening; each is cleared by its use.
+struct PlaceholderValues {
     std::string disk;
     double DITTAOPEN = 0;
     double year = 0;
     double region = 0;
     std::string province;
-    double last_length = 0;  ///< record length of the last DAMMIFILE$
+};
+
+/// Process-wide state of the files, for the life of the run; index 0 of the tables stays unused.
+struct FileTable : PlaceholderValues {
+    struct Entry {
+        std::int16_t CANALI = 0;  ///< channel number, 0 when closed
+        std::string RECORD;       ///< RECORD$: the record buffer; outlives the closing
+        double LUNGHEZZE = 0;     ///< record length from NZBASE.DAT
+        double ULTIMOREC = 0;     ///< last record number read or written
+        std::unique_ptr<platform::Channel> channel;
+        std::string text;                 ///< content of a text file opened for input
+        std::uint64_t text_position = 0;  ///< next byte of a text file
+    };
+    std::array<Entry, kLogicalFiles + 1> entries;
+    double last_length = 0;  ///< record length of the last DAMMIFILE$; 0 where it is no number
     double last_open = 0;    ///< result of the last opening
     double last_read = 0;    ///< result of the last reading: 1 at end of file
 };
@@ -45,15 +50,19 @@ extern FileTable file_table;
 /// RECORD$(n). An n outside 1 to 600 is failure 9.
 [[nodiscard]] std::string& record_buffer(double n);
 
-/// Path of a logical file. `relative` is set to -1 by the caller and to 0 when the template names a
-/// disk. A placeholder without its value shows its message and ends the program (exit status 2).
+/// DAMMIFILE$: path of a logical file. `relative` is set to -1 by the caller and to 0 when the
+/// template names a disk. A placeholder without its value shows its message and ends the program
+/// (exit status 2). Failure 53 without NZBASE.DAT, 62 where it ends before the line of n, 9 for an
+/// n outside it.
 [[nodiscard]] std::string DAMMIFILE(double n, std::int16_t& relative);
 
 /// Opens for random access by record; returns the record length. n of 0 or below: 0, nothing done.
+/// Failure 53 if the file is missing (only RICREAFILE makes one), 59 if its record length is not a
+/// number above 0, 52 if it has no name.
 double FAIOPEN(double n);
 /// Opens a plain text file: mode 0 for input, 1 for output after deleting any file of that name.
 void FAIOPENIO(double n, std::int16_t mode);
-/// Closes channel n (its sign does not matter) or, for 0, everything.
+/// Closes channel n (its sign does not matter) or, for 0, everything. The record buffers stay.
 void CHIUDI(double n);
 
 /// Next line of a text file opened by FAIOPENIO for input, without CR LF; false at its end.
@@ -61,8 +70,9 @@ void CHIUDI(double n);
 /// Writes a line with CR LF to a text file opened for output.
 void SCRIVIRIGA(double n, const std::string& line);
 
-/// Reads a record into RECORD$(n); 1 at end of file, else 0. Failure 59 when the buffer's length is
-/// not the record length.
+/// Reads a record into RECORD$(n); 1 at end of file, else 0. What a record cut short by the end of
+/// the file lacks, and all of one beyond it, is blanks. Failure 59 when the buffer's length is not
+/// the record length, 52 on a closed file, 63 for a record number below 1.
 double LEGGIREC(double n, double record);
 /// Writes `text` (or the buffer, if it is empty); its length must be the record length (else 59).
 void SCRIVIREC(double n, double record, const std::string& text = {});
@@ -71,12 +81,14 @@ void SCRIVIREC(double n, double record, const std::string& text = {});
 [[nodiscard]] double VERBASE(double n);
 /// Deletes the file of n if it exists and has a length.
 void ELIMINA(double n);
-/// ELIMINA, then FAIOPEN: the file stands empty and open.
+/// ELIMINA, then FAIOPEN, which here makes the file: it stands empty and open.
 void RICREAFILE(double n);
 /// Length in bytes of the open file n.
 [[nodiscard]] double file_length(double n);
 
-/// Takes and releases the semaphore NZSEMA.DAT (logical file 16) shared with the suite.
+/// Takes and releases the semaphore NZSEMA.DAT (logical file 16) shared with the suite. Waits as
+/// long as another program holds it; failure 75 where the user's rights do not let it be opened at
+/// all.
 void APRISEMA();
 void CHIUDISEMA();
 

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "platform/code_page.h"
+#include "platform/terminal_texts.h"
 
 namespace texts {
 
@@ -43,6 +44,31 @@ inline constexpr Text kRepositoryLetterNotFound{Kind::box,
 inline constexpr Text kRepositoryNameLength{Kind::box, "ERRORE REPOSITORY: lunghezza nomebreve "};
 inline constexpr Text kRepositoryNoSuchName{Kind::box, "ERRORE REPOSITORY: nome inesistente "};
 inline constexpr Text kRepositoryDisplacement{Kind::box, "ERRORE REPOSITORY: spostamento "};
+
+// Logical files. The logical number follows the first one; the others hold the letters CSTR(...).
+inline constexpr Text kMissingCompanyOfFile{Kind::failure, "ERRORE OPEN FILE - MANCA DITTAOPEN "};
+inline constexpr Text kMissingYearOfFile{Kind::failure,
+                                         "ERRORE OPEN - MANCA ANNO - CSTR(NUMEROBASE)"};
+inline constexpr Text kMissingRegionOfFile{Kind::failure,
+                                           "ERRORE OPEN - MANCA REGIONE - CSTR(NUMEROBASE)"};
+inline constexpr Text kMissingProvinceOfFile{Kind::failure,
+                                             "ERRORE OPEN - MANCA PROVINCIA - CSTR(NUMEROBASE)"};
+
+// Indexed files. The logical number, and the code of the operation, follow.
+inline constexpr Text kIndexFileEmpty{Kind::box, "ERRORE ISAM - FILE VUOTO "};
+inline constexpr Text kIndexNoKey{Kind::box, "ERRORE ISAM - LUNK=0"};
+inline constexpr Text kIndexKeyLength{Kind::box, "ERRORE ISAM - LUNK NO OK"};
+inline constexpr Text kIndexBlankKey{Kind::box, "ERRORE ISAM - K=BLANK"};
+inline constexpr Text kIndexOperation{Kind::box, "ERRORE CODICE ISAM "};
+inline constexpr Text kIndexNoRecord{Kind::box, "ERR.ISAM - N.REC.=0"};
+
+// The terminal
+inline constexpr Text kTerminalAnswer{Kind::label, platform::terminal_texts::kAnswer};
+inline constexpr Text kTerminalAsk{Kind::label, platform::terminal_texts::kAsk};
+inline constexpr Text kTerminalPressReturn{Kind::label, platform::terminal_texts::kPressReturn};
+inline constexpr Text kTerminalProgress{Kind::label, platform::terminal_texts::kProgress};
+inline constexpr Text kTerminalNoGraphicWindow{Kind::line,
+                                               platform::terminal_texts::kNoGraphicWindow};
 
 // Formulas of the pay items
 inline constexpr Text kFormulaUnknownTarget{Kind::box, "CAMPO NON DECIFRABILE  "};
