@@ -247,6 +247,10 @@ std::uint64_t begin_record(double n, double record, std::string_view procedure) 
 
 }  // namespace
 
+PlaceholderValues& placeholders() {
+    return file_table;
+}
+
 std::string& record_buffer(double n) {
     return entry(n).RECORD;
 }
@@ -350,12 +354,12 @@ double VERBASE(double n) {
 }
 
 void ELIMINA(double n) {
-    const PlaceholderValues saved = file_table;
+    const PlaceholderValues saved = placeholders();
     close(entry(n));
     if (VERBASE(n) == 0) {
         return;
     }
-    static_cast<PlaceholderValues&>(file_table) = saved;
+    placeholders() = saved;
     const std::string path = path_to_open(n);
     const std::uint64_t length = files().open(path, OpenMode::read_only)->length();
     if (length > 0) {
@@ -364,9 +368,9 @@ void ELIMINA(double n) {
 }
 
 void RICREAFILE(double n) {
-    const PlaceholderValues saved = file_table;
+    const PlaceholderValues saved = placeholders();
     ELIMINA(n);
-    static_cast<PlaceholderValues&>(file_table) = saved;
+    placeholders() = saved;
     open_records(n, OpenMode::shared);
 }
 

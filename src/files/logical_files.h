@@ -47,6 +47,9 @@ struct FileTable : PlaceholderValues {
 };
 extern FileTable file_table;
 
+/// The placeholder values alone, to be kept over an opening that uses them up.
+[[nodiscard]] PlaceholderValues& placeholders();
+
 /// RECORD$(n). An n outside 1 to 600 is failure 9.
 [[nodiscard]] std::string& record_buffer(double n);
 
