@@ -1,1 +1,178 @@
 #include "calc/calc.h"
+
+#include <string>
+
+#include "calc/dated_defaults.h"
+#include "calc/fixed_data.h"
+#include "calc/phases.h"
+#include "calc/selection.h"
+#include "calc/slip.h"
+#include "files/logical_files.h"
+#include "history/year_totals.h"
+#include "platform/window.h"
+#include "records/dictionary/DIPX.h"
+#include "records/dictionary/DITX.h"
+#include "records/dictionary/FISX.h"
+#include "records/dictionary/SETX.h"
+#include "records/fields.h"
+#include "records/numbers.h"
+#include "run/end_of_run.h"
+#include "run/messages.h"
+#include "run/period.h"
+#include "run/trace.h"
+#include "run/utilities.h"
+#include "texts/texts.h"
+
+namespace ModSWCALM {
+
+using namespace MXREPOSITORY;
+using namespace MXLIBRERIA;
+
+namespace {
+
+constexpr double kCompanyFile = 1;
+constexpr double kPeriodFile = 6;
+constexpr double kSectorFile = 8;
+constexpr double kFixedDataFile = 19;
+constexpr double kNoCompany = -1;
+constexpr double kDeleted = 99;
+
+[[noreturn]] void end_run_with(const std::string& message) {
+    MSG(message);
+    FINEPROG();
+}
+
+// ---- Set-up of the run ----
+
+void read_period() {
+    if (LEGGIREC(kPeriodFile, 1) == 1) {
+        FINEPROG();
+    }
+    period.set(record_buffer(kPeriodFile));
+}
+
+/// Fixed data of the installation, brought up to the law of the period.
+void read_fixed_data() {
+    if (LEGGIREC(kFixedDataFile, 1) == 1) {
+        end_run_with(texts::kMissingFixedData.bytes());
+    }
+    area(Area::FISX) = record_buffer(kFixedDataFile);
+    apply_dated_defaults(static_cast<int>(period.yyyymm()));
+}
+
+/// The figures of the fixed data that the whole run uses.
+void keep_fixed_figures() {
+    run_tables.F197 = num(F197);
+    run_tables.F199 = num(F199);
+    run_tables.F162 = num(F162);
+    run_tables.F152 = num(F152);
+    run_tables.F041 = num(F041);
+    run_tables.F153 = num(F153);
+    // The letter of the household table is the one of whatever employee the area still holds.
+    const std::string table_letter = testo(P158);
+    const bool disabled_household =
+        table_letter.size() == 1 && std::string("3467").find(table_letter) != std::string::npos;
+    run_tables.family_income_limit = disabled_household ? num(F408) : num(F084);
+    run_tables.days_of_year = num(F169) == 1 ? 365 : 366;
+    CARICAFISSO(run_tables.TABFISSO);
+}
+
+void set_up_run() {
+    company = CompanyState{};
+    TUTTELEOP();
+    read_period();
+    INTATABIRP(slip.TABIRP);
+    INTATABIRP_AC_E_2006(slip.TABIRPAC);
+    ModElaboraStorico::PREPARAELABSTORICO();
+    read_fixed_data();
+    keep_fixed_figures();
+}
+
+// ---- Companies ----
+
+/// Writes the loaded company back; a text of thirty zeros in its four notes is none.
+void write_back_company() {
+    if (company.DITTACORRENTE == kNoCompany) {
+        return;
+    }
+    blank_all_zero({T488, T489, T490, T491});
+    SCRIVIREC(kCompanyFile, company.DITTACORRENTE, as_record(kCompanyFile, area(Area::DITX)));
+}
+
+[[noreturn]] void end_run_without_sector(double number) {
+    end_run_with(texts::kMissingSector.bytes() + testo_numero(number) +
+                 texts::kMissingSectorRest.bytes());
+}
+
+/// Reads sector T067; in 2014 a company with T714 = 1 gives an empty S332 its 0.33 percent.
+bool read_sector() {
+    const double sector = num(T067);
+    if (LEGGIREC(kSectorFile, sector) == 1) {
+        return false;
+    }
+    area(Area::SETX) = record_buffer(kSectorFile);
+    if (num(T714) == 1 && num(S332) == 0 && period.year() == 2014) {
+        scrivi(S332, 0.33);
+        SCRIVIREC(kSectorFile, sector, as_record(kSectorFile, area(Area::SETX)));
+        LEGGIREC(kSectorFile, sector);
+        area(Area::SETX) = record_buffer(kSectorFile);
+    }
+    return ritaglia(testo(S001), 1, 2) != "99";
+}
+
+/// Writes the loaded company back and loads another with its sector. A company or a sector that is
+/// missing ends the run for all companies after it.
+void change_company(double number) {
+    write_back_company();
+    if (LEGGIREC(kCompanyFile, number) == 1 ||
+        LEGGICAMPONUM(T261, 0, record_buffer(kCompanyFile)) == kDeleted) {
+        end_run_with(texts::kMissingCompanyLine.bytes() + (number > 0 ? " " : "") +
+                     testo_numero(number));
+    }
+    area(Area::DITX) = record_buffer(kCompanyFile);
+    company.DITTACORRENTE = number;
+    company.DIVISOREANNO = num(T291);
+    if (num(T067) == 0 || !read_sector()) {
+        end_run_without_sector(number);
+    }
+}
+
+// ---- The walk ----
+
+/// One slip from the opening to the history; the record is written by RESTOCALCOLI.
+void calculate_entry(const SelectionEntry& entry) {
+    open_slip(entry.employee_record);
+    if (num(P054) == 0) {
+        leaver_scan();
+        take_off_days_outside_service();
+        RESTOCALCOLI();
+    }
+    if (ABORTODIP != kTrue) {
+        ModElaboraStorico::ELABORASTORICO();
+    }
+}
+
+void walk_selection() {
+    const std::size_t total = Selection::count();
+    std::size_t done = 0;
+    Selection selection;
+    while (const std::optional<SelectionEntry> entry = selection.next()) {
+        if (entry->company != company.DITTACORRENTE) {
+            change_company(entry->company);
+        }
+        calculate_entry(*entry);
+        platform::window().progress(++done, total);
+    }
+    write_back_company();
+}
+
+}  // namespace
+
+void CALC() {
+    TRACCIA("CALC");
+    set_up_run();
+    walk_selection();
+    FINEPROG();
+}
+
+}  // namespace ModSWCALM

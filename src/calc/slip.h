@@ -104,16 +104,17 @@ struct Slip {
     double RETRIBUZIONEDIFF = 0;             ///< January difference, ends in Q780 or Q781
 
     // Flags and values kept across phases
-    bool calendar_days = false;      ///< T180 = 1
-    bool same_month_repeat = false;  ///< Q179 lies in the period's month (entertainers)
-    bool exemption_over = false;     ///< the exemption of P916 has ended
-    bool ordinary_worker = false;    ///< P168 = 0 (phase J, step 17)
-    double former_Q173 = 0;          ///< net of the earlier slip
-    double former_P268 = 0;          ///< P268 as the earlier slip of the month left it
-    double sector_rate = 0;          ///< S004, reduced
-    double former_P563 = 0;
-    double month_days_previous = 0;  ///< P215 and P216 of the previous slip, joined
-    double base_value = 0;           ///< base for the closing (P213)
+    bool calendar_days = false;            ///< T180 = 1
+    bool same_month_repeat = false;        ///< Q179 lies in the period's month (entertainers)
+    bool exemption_over = false;           ///< the exemption of P916 has ended
+    bool ordinary_worker = false;          ///< P168 = 0 (phase J, step 17)
+    double former_Q173 = 0;                ///< net of the earlier slip
+    double former_P268 = 0;                ///< P268 as the earlier slip of the month left it
+    double sector_rate = 0;                ///< S004, reduced
+    std::string former_P563;               ///< employee's former code, as the record brought it
+    bool earlier_slip_this_month = false;  ///< Q179 came with a date of the period's month
+    double month_days_previous = 0;        ///< P215 and P216 of the previous slip, joined
+    double base_value = 0;                 ///< base for the closing (P213)
 };
 extern Slip slip;
 

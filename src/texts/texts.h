@@ -136,6 +136,13 @@ inline constexpr Text kAdvanceQuestionRest{
 inline constexpr Text kMissingCompany{Kind::box, "MANCA DITTA "};
 inline constexpr Text kMissingEmployee{Kind::box, "MANCA DIPENDENTE "};
 
+// Second walk: lines of LIST1
+inline constexpr Text kMissingFixedData{Kind::line, "MANCA DATI FISSI !"};
+inline constexpr Text kMissingCompanyLine{Kind::line, "MANCA DITTA "};
+/// The number of the company stands between the two pieces.
+inline constexpr Text kMissingSector{Kind::line, "SETTORE INESISTENTE! PER LA DITTA "};
+inline constexpr Text kMissingSectorRest{Kind::line, " Cedolini non elaborati"};
+
 // End of the run
 inline constexpr Text kReorganising{Kind::label,
                                     "Attendere prego.... riorganizzazione archivi mensili"};

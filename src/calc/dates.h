@@ -1,0 +1,29 @@
+#pragma once
+// A date of a record, ddmmyyyy, in its three numbers; all 0 where the field holds none.
+
+#include <string>
+
+#include "records/numbers.h"
+
+namespace ModSWCALM {
+
+struct Date {
+    int day = 0;
+    int month = 0;
+    int year = 0;
+
+    [[nodiscard]] static Date of(const std::string& ddmmyyyy) {
+        const auto part = [&](std::size_t position, std::size_t length) {
+            return static_cast<int>(
+                MXREPOSITORY::valore(MXREPOSITORY::ritaglia(ddmmyyyy, position, length)));
+        };
+        return {part(1, 2), part(3, 2), part(5, 4)};
+    }
+
+    [[nodiscard]] bool given() const { return day != 0 || month != 0 || year != 0; }
+    /// Year x 100 + month.
+    [[nodiscard]] int yyyymm() const { return year * 100 + month; }
+    [[nodiscard]] int yyyymmdd() const { return yyyymm() * 100 + day; }
+};
+
+}  // namespace ModSWCALM
