@@ -1,1 +1,66 @@
-int main() { return 0; }
+// main(): the batch. No argument changes a run.
+
+#include <iostream>
+#include <new>
+#include <span>
+#include <stdexcept>
+#include <string_view>
+
+#include "platform/failure.h"
+#include "platform/window.h"
+#include "run/failure_handler.h"
+#include "run/main_run.h"
+#include "texts/texts.h"
+
+namespace {
+
+using platform::Failure;
+
+constexpr int kFailed = 1;
+constexpr int kWrongUse = 2;
+
+/// The answer to the arguments; without any the run follows.
+int answer_arguments(std::span<const char* const> arguments) {
+    const std::string_view first = arguments.front();
+    if (first == "--help") {
+        std::cout << texts::kHelp.utf8;
+        return 0;
+    }
+    if (first == "--version") {
+        std::cout << texts::kVersion.utf8 << VELMOR_VERSION << "\n";
+        return 0;
+    }
+    std::cerr << texts::kUnknownArgument.utf8 << first << "\n";
+    return kWrongUse;
+}
+
+/// The run under the one handler of failures; returns the exit status.
+int run() {
+    platform::set_window(platform::make_window_from_environment());
+    try {
+        ModSWCALM::MAIN();
+        return 0;
+    } catch (const platform::EndOfProgram& end) {
+        return end.status;
+    } catch (const Failure& failure) {
+        return MXLIBRERIA::GESTIONEERRORE(failure);
+    } catch (const std::bad_alloc&) {
+        return MXLIBRERIA::GESTIONEERRORE(Failure(platform::kOutOfMemory));
+    } catch (const std::out_of_range&) {
+        return MXLIBRERIA::GESTIONEERRORE(Failure(platform::kSubscriptOutOfRange));
+    } catch (const std::exception& other) {
+        return MXLIBRERIA::GESTIONEERRORE(Failure(platform::kInvalidCall, other.what()));
+    }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    try {
+        const std::span<const char* const> arguments(argv, static_cast<std::size_t>(argc));
+        return argc > 1 ? answer_arguments(arguments.subspan(1)) : run();
+    } catch (const std::exception& failure) {
+        std::cerr << failure.what() << "\n";
+        return kFailed;
+    }
+}

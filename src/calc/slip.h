@@ -18,6 +18,16 @@ struct BracketTable {
     void set(double index, double value);
 };
 
+/// A line of the treasury fund's control list: an employee who left, with what the month's
+/// contributions can bear.
+struct TreasuryRow {
+    std::string company;       ///< number and name, for the company's total
+    std::string employee;      ///< code and name
+    double contributions = 0;  ///< contributions of the month with CF01
+    double benefit = 0;        ///< severance pay to recover from the treasury fund
+    double cf01 = 0;           ///< contribution of the month to the treasury fund
+};
+
 /// What lives as long as the run.
 struct RunTables {
     std::array<double, 57> TABFISSO{};  ///< fixed data, 1 to 56
@@ -41,6 +51,7 @@ struct RunTables {
     std::vector<std::string> list_999 = std::vector<std::string>(1000);  ///< integrative sum
     double list_999_count = 0;
     std::vector<std::string> bonus_list;
+    std::vector<TreasuryRow> treasury_rows;    ///< employees who left, company by company
 };
 extern RunTables run_tables;
 

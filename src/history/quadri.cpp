@@ -1,1 +1,43 @@
 #include "history/quadri.h"
+
+#include "run/environment.h"
+#include "run/period.h"
+#include "run/trace.h"
+#include "run/utilities.h"
+
+namespace NZRetMesINPDAP {
+
+using MXLIBRERIA::ESISTEFILE;
+using MXLIBRERIA::kTrue;
+using MXLIBRERIA::TRACCIA;
+
+Quadri quadri;
+
+std::string archive_name(const std::string& year) {
+    return MXLIBRERIA::archive_path("\\NZINPD" + year + ".MDB");
+}
+
+void prepare_name() {
+    TRACCIA("PREPARANOMEINPDAP");
+    quadri.path = archive_name(MXLIBRERIA::period.year_text());
+}
+
+bool archive_exists() {
+    return !quadri.path.empty() && ESISTEFILE(quadri.path) == kTrue;
+}
+
+// Filled when the room of the public-sector quadri is built; each does nothing yet.
+
+void open_archive() {
+    TRACCIA("APRIINPDAP");
+}
+
+void close_archive() {
+    TRACCIA("CHIUDIINPDAP");
+}
+
+void update_declaration() {
+    TRACCIA("AGGIORNAINPDAP");
+}
+
+}  // namespace NZRetMesINPDAP

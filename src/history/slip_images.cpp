@@ -1,1 +1,68 @@
 #include "history/slip_images.h"
+
+#include "run/environment.h"
+#include "run/period.h"
+#include "run/trace.h"
+#include "run/utilities.h"
+
+namespace NZCedLibPaga {
+
+using MXLIBRERIA::archive_path;
+using MXLIBRERIA::ESISTEFILE;
+using MXLIBRERIA::kTrue;
+using MXLIBRERIA::TRACCIA;
+
+SlipImages slip_images;
+
+std::string archive_name(const std::string& year, const std::string& month) {
+    // The images of 2008 lie in one file for the whole year.
+    const std::string name = year == "2008" ? "\\NZCU" + year : "\\NZ" + year + month;
+    return archive_path(name + ".MDB");
+}
+
+void prepare_name() {
+    TRACCIA("PREPARANOMECED");
+    slip_images.path =
+        archive_name(MXLIBRERIA::period.year_text(), MXLIBRERIA::period.month_text());
+}
+
+bool archive_exists() {
+    return !slip_images.path.empty() && ESISTEFILE(slip_images.path) == kTrue;
+}
+
+// Filled when the room of the slip images is built; each does nothing yet.
+
+void open_archive() {
+    TRACCIA("APRICEDSTORICO");
+}
+
+void close_archive() {
+    TRACCIA("CHIUDICEDSTORICO");
+}
+
+void prepare_slip() {
+    TRACCIA("PREPARACEDOLINO");
+}
+
+void update_slip() {
+    TRACCIA("AGGIORNACEDOLINO");
+}
+
+void closing_step_Q970() {
+    TRACCIA("CEDOLINO Q970");
+}
+
+void closing_step_Q274() {
+    TRACCIA("CEDOLINO Q274");
+}
+
+void closing_step_net() {
+    TRACCIA("CEDOLINO NETTO");
+}
+
+bool slip_on_file(const std::string& /*employee*/, const std::string& /*yyyymm*/) {
+    TRACCIA("CEDOLINO IN ARCHIVIO");
+    return false;
+}
+
+}  // namespace NZCedLibPaga

@@ -1,13 +1,21 @@
 #pragma once
-// The pay-slip image archive NZ<yyyy><mm>.MDB.
+// The pay-slip image archive NZ<yyyy><mm>.MDB; for 2008 one file for the year, NZCU2008.MDB.
 
 #include <string>
 
 namespace NZCedLibPaga {
 
-/// Name of the archive of a month, with its path.
+/// The archive of the run's own month: lives from start-up to the end of the run.
+struct SlipImages {
+    std::string path;  ///< empty until the name has been prepared
+};
+extern SlipImages slip_images;
+
+/// Name of the archive of a month ("2024", "05"), with its path.
 [[nodiscard]] std::string archive_name(const std::string& year, const std::string& month);
+/// Name of the archive of the period.
 void prepare_name();
+/// Does the archive whose name has been prepared exist?
 [[nodiscard]] bool archive_exists();
 void open_archive();
 void close_archive();

@@ -1,1 +1,311 @@
 #include "run/first_walk.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+#include <string_view>
+
+#include "calc/slip.h"
+#include "files/isam.h"
+#include "files/logical_files.h"
+#include "history/year_totals.h"
+#include "platform/failure.h"
+#include "platform/window.h"
+#include "records/dictionary/DICX.h"
+#include "records/dictionary/DIPX.h"
+#include "records/dictionary/DITX.h"
+#include "records/dictionary/FOPX.h"
+#include "records/dictionary/SETX.h"
+#include "records/fields.h"
+#include "records/numbers.h"
+#include "run/messages.h"
+#include "run/period.h"
+#include "run/trace.h"
+#include "run/utilities.h"
+#include "severance/pension_funds.h"
+#include "texts/texts.h"
+
+namespace ModSWCALM {
+
+using namespace MXLIBRERIA;
+using namespace MXREPOSITORY;
+
+namespace {
+
+constexpr double kCompanies = 1;
+constexpr double kEmployees = 2;
+constexpr double kSelection = 5;
+constexpr double kSectors = 8;
+constexpr double kBeforeImages = 35;
+constexpr double kBeforeImageIndex = 36;
+constexpr double kMonths = 97;
+constexpr double kNone = -1;
+
+// ---- Selection ----
+
+constexpr std::size_t kEntryWidth = 10;
+constexpr std::size_t kLastEntry = 191;
+constexpr std::string_view kEndOfSelection = "9999999999";
+
+/// One entry: record numbers of company and employee.
+struct Entry {
+    double company = 0;
+    double employee = 0;
+};
+
+/// Calls `visit` for each entry up to the end mark or the end of the file.
+template <class Visit>
+void walk_selection(Visit visit) {
+    for (double record = 1; LEGGIREC(kSelection, record) != 1; ++record) {
+        const std::string entries = record_buffer(kSelection);
+        for (std::size_t position = 1; position <= kLastEntry; position += kEntryWidth) {
+            const std::string_view entry = ritaglia(entries, position, kEntryWidth);
+            if (entry == kEndOfSelection) {
+                return;
+            }
+            visit(Entry{valore(ritaglia(entry, 1, 3)), valore(ritaglia(entry, 7, 4))});
+        }
+    }
+}
+
+// ---- Loading company and employee ----
+
+/// Company and sector of the entry; false if the company is missing or deleted.
+bool load_company(double company_number, double& last_company) {
+    constexpr double kDeleted = 99;
+    if (company_number == last_company) {
+        return true;
+    }
+    last_company = kNone;
+    if (LEGGIREC(kCompanies, company_number) == 1) {
+        return false;
+    }
+    area(Area::DITX) = record_buffer(kCompanies);
+    if (num(T261) == kDeleted) {
+        return false;
+    }
+    last_company = company_number;
+    return true;
+}
+
+void load_sector() {
+    if (num(T067) == 0) {
+        return;
+    }
+    if (LEGGIREC(kSectors, num(T067)) != 1) {
+        area(Area::SETX) = record_buffer(kSectors);
+    }
+}
+
+void load_employee(double employee) {
+    if (LEGGIREC(kEmployees, employee) == 1) {
+        throw platform::Failure(platform::kBadRecordNumber);
+    }
+    area(Area::DIPX) = record_buffer(kEmployees);
+}
+
+/// An agency worker who left in an earlier month is paid no more (P054 = 2). The leaving date goes
+/// through a number, so a day below 10 has lost its zero and the digits cut from it always give an
+/// earlier month.
+void mark_earlier_leaver() {
+    if (num(P768) != 1 || num(P017) == 0) {
+        return;
+    }
+    const std::string date = testo_numero(num(P017));
+    if (yyyymm_of(date) < period.yyyymm()) {
+        scrivi(P054, 2);
+    }
+}
+
+void set_monthly_payments() {
+    constexpr double kMonthsOfCollaborator = 12;
+    constexpr double kUsualPayments = 13.5;
+    if (num(P447) == 1 && num(P090) <= 0) {
+        scrivi(P090, kMonthsOfCollaborator);
+    }
+    slip.severance_divisor = num(P467) != 0 ? num(P467) : kUsualPayments;
+}
+
+void set_sector_rate() {
+    constexpr double kReduction = 50;
+    slip.sector_rate = num(S004);
+    if ((num(P045) == 4 || num(P045) == 5) && num(P188) == 1) {
+        slip.sector_rate -= kReduction;
+    }
+}
+
+// ---- Skip test ----
+
+/// Has the slip of the run been calculated already?
+bool already_calculated() {
+    constexpr double kDecember = 12;
+    if (period.additional()) {
+        return num(Q172) == 1;
+    }
+    const double last_month = num(Q171);
+    const bool new_year = period.month() == 1 && last_month == kDecember;
+    return period.month() <= last_month && !new_year && num(P116) != 1;
+}
+
+// ---- Clearing of the month ----
+
+/// First and last row of the twelve-month table that a new month clears; one row every 12 codes.
+struct Rows {
+    Descriptor first;
+    Descriptor last;
+};
+constexpr int kMonthsOfRow = 12;
+constexpr std::array<Rows, 3> kRowsOfMonth{{{J001, J301}, {J351, J519}, {J551, J767}}};
+
+void clear_month_cells(double employee) {
+    if (LEGGIREC(kMonths, employee) == 1) {
+        return;
+    }
+    area(Area::DICX) = record_buffer(kMonths);
+    for (const Rows& rows : kRowsOfMonth) {
+        for (const Descriptor& row : serie(rows.first, rows.last, kMonthsOfRow)) {
+            scrivi(row, "0", period.month());
+        }
+    }
+    SCRIVIREC(kMonths, employee, as_record(kMonths, area(Area::DICX)));
+    area(Area::DICX).clear();
+}
+
+/// January: the sums of the year start again, and so do the yearly totals unless this month's slip
+/// of an entertainment worker has moved them already.
+void open_year() {
+    if (period.month() != 1) {
+        return;
+    }
+    const double payment_month = valore(ritaglia(testo(Q179), 3, 2));
+    azzera(serie(Q641, Q657));
+    azzera({Q276, Q277});
+    azzera(serie(Q658, Q668));
+    azzera({Q670});
+    const bool repeated_slip = payment_month == period.month() && num(P168) > 1;
+    if (!repeated_slip && num(P119) != 1) {
+        ModElaboraStorico::update_yearly_totals();
+    }
+}
+
+// ---- Before-image ----
+
+void append_before_image(const std::string& key, const std::string& before_image) {
+    APRISEMA();
+    const double number =
+        TRONCA(file_length(kBeforeImages) / static_cast<double>(before_image.size())) + 1;
+    SCRIVIREC(kBeforeImages, number, before_image);
+    ISAM(kBeforeImageIndex, key, kIsamInsert, number);
+    CHIUDISEMA();
+}
+
+/// Keeps the employee's record as it stood before the run. A refusal of the index (0) has been
+/// shown and is neither a find nor a miss: nothing is kept then.
+void keep_before_image(const std::string& before_image) {
+    constexpr double kMissing = -1;
+    const std::string key = testo(P001);
+    const double number = ISAM(kBeforeImageIndex, key, kIsamSearch, 0);
+    if (number == kMissing) {
+        append_before_image(key, before_image);
+    } else if (number > 0) {
+        SCRIVIREC(kBeforeImages, number, before_image);
+    }
+}
+
+// ---- Fund deduction ----
+
+/// Months in which a new period of the fund's contribution starts, by its frequency.
+struct FundPeriods {
+    double R051;
+    std::string_view months;  ///< two digits each
+};
+constexpr std::array<FundPeriods, 5> kFundPeriods{{
+    {1, "010203040506070809101112"},
+    {2, "0305070911"},
+    {3, "040710"},
+    {4, "0509"},
+    {6, "07"},
+}};
+
+bool fund_period_starts() {
+    const auto* row =
+        std::find_if(kFundPeriods.begin(), kFundPeriods.end(),
+                     [](const FundPeriods& periods) { return periods.R051 == num(R051); });
+    if (row == kFundPeriods.end()) {
+        return false;
+    }
+    for (std::size_t position = 1; position < row->months.size(); position += 2) {
+        if (ritaglia(row->months, position, 2) == period.month_text()) {
+            return true;
+        }
+    }
+    return false;
+}
+
+void clear_fund_deduction() {
+    if (period.month() == 1) {
+        svuota({Q314});
+        return;
+    }
+    if (num(P281) == 1) {
+        svuota({P268});
+    }
+    if (fund_period_starts() && num(P268) <= 0) {
+        svuota({Q314});
+    }
+}
+
+// ---- One entry ----
+
+/// Brings the employee's record to where the calculation of the month starts from.
+void prepare_employee(const Entry& entry, const std::string& before_image) {
+    clear_month_cells(entry.employee);
+    open_year();
+    area(Area::FOPX).clear();
+    ModSwCalm2::AZZERACONTRIBUTOFP(period.month());
+    keep_before_image(before_image);
+    clear_fund_deduction();
+    ModSwCalm2::INCREMENTAMESIFP();
+    SCRIVIREC(kEmployees, entry.employee, as_record(kEmployees, area(Area::DIPX)));
+}
+
+void walk_entry(const Entry& entry, double& last_company) {
+    if (!load_company(entry.company, last_company)) {
+        plain_box(texts::kMissingCompany, testo_numero(entry.company));
+        return;
+    }
+    load_employee(entry.employee);
+    mark_earlier_leaver();
+    load_sector();
+    set_monthly_payments();
+    const std::string before_image = area(Area::DIPX);
+    ABORTODIP = 0;
+    set_sector_rate();
+    if (already_calculated()) {
+        ABORTODIP = kTrue;
+        MSG(list_line(already_calculated_status(num(P768))));
+        return;
+    }
+    prepare_employee(entry, before_image);
+}
+
+}  // namespace
+
+std::size_t count_selection() {
+    std::size_t count = 0;
+    walk_selection([&count](const Entry&) { ++count; });
+    return count;
+}
+
+void first_walk() {
+    TRACCIA("PRIMOGIRO");
+    const std::size_t total = count_selection();
+    std::size_t done = 0;
+    double last_company = kNone;
+    walk_selection([&](const Entry& entry) {
+        walk_entry(entry, last_company);
+        platform::window().progress(++done, total);
+    });
+}
+
+}  // namespace ModSWCALM

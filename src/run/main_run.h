@@ -3,10 +3,7 @@
 
 namespace ModSWCALM {
 
+/// The whole run. Ends through platform::EndOfProgram.
 void MAIN();
-/// Environment from the registry, with installation data; see run/environment.h.
-void CARICAAMBIENTE();
-/// Form load: caption, labels, period.
-void load_form();
 
 }  // namespace ModSWCALM

@@ -18,6 +18,8 @@ using platform::window;
 
 namespace {
 
+constexpr int kPeriodElement = 1;
+constexpr int kRunKindElement = 4;
 constexpr int kCompanyElement = 2;
 constexpr int kEmployeeElement = 6;
 constexpr std::size_t kNameWidth = 40;
@@ -76,6 +78,11 @@ std::string company_label() {
 
 std::string employee_label() {
     return split_code() + " - " + surname_and_name();
+}
+
+std::string period_label() {
+    return window().text(Control::Label3, kRunKindElement) + " " +
+           window().text(Control::Label3, kPeriodElement);
 }
 
 std::string list_line(const std::string& status) {

@@ -18,6 +18,9 @@ void plain_box(const texts::Text& text, const std::string& rest = {});
 [[nodiscard]] std::string company_label();
 [[nodiscard]] std::string employee_label();
 
+/// Run kind and date as the window shows them: "MM normale 31/05/2024".
+[[nodiscard]] std::string period_label();
+
 /// List line: P001 as 3-3-4, surname and name cut or filled to 40, then the status text.
 [[nodiscard]] std::string list_line(const std::string& status);
 

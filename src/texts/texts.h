@@ -3,6 +3,7 @@
 // of the support tool. Nothing is shown that does not stand here; tests know the texts from here.
 // A text is written in UTF-8 in the source and leaves as bytes of code page 1252.
 
+#include <array>
 #include <span>
 #include <string>
 #include <string_view>
@@ -112,6 +113,12 @@ inline constexpr Text kLabel4{Kind::label,
                               "A fine elaborazione verra' evidenziata la lista dei dipendenti con "
                               "il risultato del calcolo cedolino"};
 inline constexpr Text kPeriodCaption{Kind::label, " PERIODO IN         ELABORAZIONE"};
+inline constexpr Text kCompanyCaption{Kind::label, " Azienda"};
+inline constexpr Text kCompanyNameCaption{Kind::label, " codice e ragione sociale"};
+inline constexpr Text kEmployeeCaption{Kind::label, " Dipendente"};
+inline constexpr Text kEmployeeNameCaption{Kind::label, " Nominativo"};
+inline constexpr Text kListCaption{Kind::label, "LISTA FINE CALCOLO"};
+inline constexpr Text kExit{Kind::label, "Uscita"};
 inline constexpr Text kNotFound{Kind::label, "Non trovato"};
 inline constexpr Text kAdditionalRun{Kind::label, "MM aggiuntiva"};
 inline constexpr Text kNormalRun{Kind::label, "MM normale"};
@@ -134,7 +141,6 @@ inline constexpr Text kAdvanceQuestionRest{
 
 // First walk
 inline constexpr Text kMissingCompany{Kind::box, "MANCA DITTA "};
-inline constexpr Text kMissingEmployee{Kind::box, "MANCA DIPENDENTE "};
 
 // Second walk: lines of LIST1
 inline constexpr Text kMissingFixedData{Kind::line, "MANCA DATI FISSI !"};
@@ -154,5 +160,86 @@ inline constexpr Text kPeriodOfRun{Kind::box, "\r\rPeriodo di elaborazione "};
 
 // Closing
 inline constexpr Text kOverCeiling{Kind::line, " HA SUPERATO IL MASSIMALE DI E."};
+
+// Control lists
+inline constexpr Text kBonusListQuestion{
+    Kind::question,
+    "Attenzione viene generata una lista dipendenti che in fase di conguaglio o cessazione devono "
+    "restituire BONUS DL3/2020"};
+inline constexpr Text kBonusListHeader{
+    Kind::line, "LISTA DIPENDENTE CON RESTITUZIONE BONUS DL3/2020 E ULTERIORE DETRAZIONE DL3/2020"};
+inline constexpr Text kIntegrativeListQuestion{
+    Kind::question,
+    "Attenzione viene generata una lista dipendenti che in fase di conguaglio o cessazione devono "
+    "restituire SOMMA INTEGRATIVA"};
+inline constexpr Text kIntegrativeListHeader{Kind::line,
+                                             "LISTA DIPENDENTE CON RESTITUZIONE SOMMA INTEGRATIVA"};
+inline constexpr Text kCeilingListQuestion{
+    Kind::question,
+    "Attenzione viene generata una stampa che identifica i co.co.co. che hanno superato il "
+    "massimale specificato nel campo F421 dei dati fissi"};
+inline constexpr Text kCeilingListHeader{
+    Kind::line,
+    "LISTA CO.CO.CO. che hanno superato il massimale specificato nel campo F421 dei dati fissi"};
+inline constexpr Text kCeilingListEnd{Kind::line, "FINE LISTA CONTROLLO CO.CO.CO."};
+inline constexpr Text kMunicipalListQuestion{
+    Kind::question,
+    "Vuoi stampare una lista di controllo dei campi utilizzati per calcolo add.comunale anno "
+    "corrente da trattenere in 11 rate"};
+inline constexpr Text kMunicipalListHeader{Kind::line,
+                                           "INIZIO LISTA CONTROLLO CALCOLI ADDIZIONALE COMUNALE"};
+inline constexpr Text kMunicipalListEnd{Kind::line,
+                                        "FINE LISTA CONTROLLO CALCOLI ADDIZIONALE COMUNALE"};
+inline constexpr Text kMunicipalListNote{Kind::line,
+                                         "** = LA % IN TABELLA E' INDICATA CON '0*', IN QUESTO "
+                                         "CASO VIENE UTILIZZATA LA % DEL CAMPO Q319"};
+inline constexpr Text kTreasuryListQuestion{
+    Kind::question,
+    "Verra' stampata una lista dei dipendenti in estrazione per verifica capienza fondo "
+    "tesoreria\r\r"
+    "Rispondere Si se non si e' compilato il campo Q896PROGRESSIVOCINPS\r"
+    "Rispondere NO se  si e' compilato il campo Q896PROGRESSIVOCINPS"};
+inline constexpr Text kTreasuryContributions{Kind::line, "CTR DM + CF01"};
+inline constexpr Text kTreasuryBenefit{Kind::line, "R.PREST.F.TES."};
+inline constexpr Text kTreasuryCF01{Kind::line, "CF01"};
+inline constexpr Text kTreasuryQ896{Kind::line, "CAMPO Q896"};
+inline constexpr Text kTreasuryTotal{Kind::line, "Totale ditta "};
+inline constexpr std::array<Text, 10> kTreasuryNoteToFill{{
+    {Kind::line, "N.B. IL VALORE INDICATO NELLA COLONNA 'CAMPO Q896 E' DATO DALLA COLONNA "},
+    {Kind::line,
+     "     'R.PREST.F.TES.' TUTTO A CARICO INPS ('R.PREST.F.TES.' MAGGIORE 'CTR DM + CF01')"},
+    {Kind::line, "     PRIMA DI STORNARE I DIPENDENTI CALCOLARE IL RELATIVO DM10 PER VERIFICARE"},
+    {Kind::line, "     EFFETTIVAMENTE L'INCAPIENZA. DOPO AVER ESEGUITO IL DM10 E EFFETTUATE LE "},
+    {Kind::line, "     VARIE VERIFICHE STORNARE I DIPENDENTI INSERIRE IL VALORE NEL CAMPO  "},
+    {Kind::line, "     Q896PROGRESSIVOCINPS DELLA COLONNA 'CAMPO Q896' E RIELABORE IL CEDOLINO,"},
+    {Kind::line, "     IL CAMPO Q039FONDORESIDUOAP VERRA' ABBATTUTO DEL VALORE INDICATO NEL CAMPO"},
+    {Kind::line, "     Q896PROGRESSIVOCINPS. "},
+    {Kind::line, "     NELLA STAMPA CEDOLINO LA VOCE *** REC.PREST.TFR F.T. SARA' INTEGRATA CON "},
+    {Kind::line, "     VOCE *** REC.PREST.TFR F.T.C/INPS (DI CUI)"},
+}};
+inline constexpr std::array<Text, 2> kTreasuryNoteFilled{{
+    {Kind::line, "N.B. NESSUN VALORE DA INSERIRE NEL CAMPO Q896PROGRESSIVOCINPS"},
+    {Kind::line, "     PER RETTIFICA RECUPERO DM10 'R.PREST.F.TES.'"},
+}};
+
+// Command line of velmor
+inline constexpr Text kHelp{
+    Kind::tool,
+    "Uso: velmor\n"
+    "Calcola i cedolini dei dipendenti selezionati dal menu, per il periodo indicato dal menu.\n"
+    "Nessun argomento cambia il calcolo; le cartelle degli archivi e dei programmi stanno nel "
+    "registro.\n"
+    "\n"
+    "  --help     questo testo\n"
+    "  --version  la versione del programma\n"
+    "\n"
+    "Variabili: SOLMAREL_REGISTRO, PRIMULAX, VELMOR_TASK, VELMOR_INTERFACCIA, VELMOR_RISPOSTE,\n"
+    "VELMOR_STAMPE, VELMOR_STAMPANTE.\n"
+    "Uscita: 0 fine regolare, 1 errore, 2 configurazione, 3 programma già in esecuzione.\n"};
+/// The version follows.
+inline constexpr Text kVersion{Kind::tool, "VELMOR "};
+/// The argument follows.
+inline constexpr Text kUnknownArgument{Kind::tool,
+                                       "velmor: argomento non previsto (vedi --help): "};
 
 }  // namespace texts

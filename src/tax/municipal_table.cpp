@@ -1,0 +1,17 @@
+#include "tax/municipal_table.h"
+
+#include "run/trace.h"
+
+namespace ModSWCALB {
+
+// Filled when the room of the surtaxes is built; each does nothing yet.
+
+void TABCOM() {
+    MXLIBRERIA::TRACCIA("TABCOM");
+}
+
+void close_TABCOM() {
+    MXLIBRERIA::TRACCIA("CHIUDITABCOM");
+}
+
+}  // namespace ModSWCALB
