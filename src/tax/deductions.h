@@ -33,8 +33,6 @@ struct DeductionState {
     } household;
     /// One letter a slot: "S" in order, "N" a share without a tax code.
     std::string slot_marks = std::string(kSlotCount, 'S');
-    /// A dependant has a share and no tax code: the employee's slip must not be written.
-    bool tax_code_missing = false;
 };
 extern DeductionState deduction_state;
 
@@ -57,12 +55,12 @@ void CALCOLADETRAZIONIREDDITO_2022();
 void DetrLavoro();
 /// Spouse, children, other dependants, large family.
 void DetrFamiliari();
-/// Clears the mark of dependants that are not in the year yet and cuts the months at 12.
+/// Clears the mark "last used" of dependants with a birth date for whom the year gives nothing.
 void VerificaFamiliari();
 /// False if a dependant with a share has no tax code: the slip is dropped ("INSERIRE CODFISC").
 [[nodiscard]] bool ControllaCodFiscFamiliari();
-/// Drops the slip again if ControllaCodFiscFamiliari did: for the repeat guard, which may clear
-/// ABORTODIP.
+/// Sets ABORTODIP if ControllaCodFiscFamiliari has found a tax code missing. The closing calls it
+/// once more after the repeat guard, which may clear the flag.
 void drop_slip_without_tax_codes();
 
 /// Large-family sum that the tax cannot take is paid on the slip (Q772, P241). `net_tax` is the tax

@@ -64,9 +64,15 @@ double amount_by_income(std::span<const IncomeRange> ranges, double income, doub
     return otherwise;
 }
 
-bool other_income() { return num(P583) == 2; }
-bool worker() { return !other_income() && num(P348) == 0; }
-bool pensioner() { return !other_income() && num(P348) == 1; }
+bool other_income() {
+    return num(P583) == 2;
+}
+bool worker() {
+    return !other_income() && num(P348) == 0;
+}
+bool pensioner() {
+    return !other_income() && num(P348) == 1;
+}
 
 /// Customer whose pensioners get 50 more, in the yearly amount.
 double pensioner_amount(double income) {
@@ -88,8 +94,8 @@ double yearly_amount(double income) {
 /// A day's share for each day of the month; without days one instalment of the year.
 void take_month_share(double yearly) {
     const double days = deduction_days();
-    const double share = days != 0 ? yearly / deduction_days_of_year() * days
-                                   : dividi(yearly, deduction_periods());
+    const double share =
+        days != 0 ? yearly / deduction_days_of_year() * days : dividi(yearly, deduction_periods());
     scrivi(Q657, share);
     aggiungi(Q656, num(Q657));
 }

@@ -158,6 +158,10 @@ inline constexpr Text kFinishedWithArchive{
 inline constexpr Text kFinished{Kind::box, "Calcolo cedolino terminato"};
 inline constexpr Text kPeriodOfRun{Kind::box, "\r\rPeriodo di elaborazione "};
 
+// Deductions
+/// Status of an employee with a dependant that has a share and no tax code; the slip is dropped.
+inline constexpr Text kMissingDependantTaxCode{Kind::line, ":INSERIRE CODFISC"};
+
 // Closing
 inline constexpr Text kOverCeiling{Kind::line, " HA SUPERATO IL MASSIMALE DI E."};
 
