@@ -51,7 +51,7 @@ struct RunTables {
     std::vector<std::string> list_999 = std::vector<std::string>(1000);  ///< integrative sum
     double list_999_count = 0;
     std::vector<std::string> bonus_list;
-    std::vector<TreasuryRow> treasury_rows;    ///< employees who left, company by company
+    std::vector<TreasuryRow> treasury_rows;  ///< employees who left, company by company
 };
 extern RunTables run_tables;
 
@@ -126,6 +126,9 @@ struct Slip {
     bool earlier_slip_this_month = false;  ///< Q179 came with a date of the period's month
     double month_days_previous = 0;        ///< P215 and P216 of the previous slip, joined
     double base_value = 0;                 ///< base for the closing (P213)
+
+    /// A dependant has a share and no tax code: the slip is dropped.
+    bool dependant_without_tax_code = false;
 };
 extern Slip slip;
 
