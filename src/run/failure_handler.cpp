@@ -15,8 +15,11 @@ namespace {
 std::function<void()> close_all_files_action;  // process-wide: set by the floor of the files
 
 void show_failure(const platform::Failure& failure) {
-    const std::string text = texts::kFailure.bytes() + std::to_string(failure.number()) + " " +
-                             failure.description() + "\r\n" + trace_listing();
+    std::string text = texts::kFailure.bytes() + std::to_string(failure.number()) + " " +
+                       failure.description() + "\r\n" + trace_listing();
+    if (!failure.culprit.empty()) {
+        text += texts::kFailureCulprit.bytes() + failure.culprit + "\r\n";
+    }
     const std::string program = texts::kSuiteTitle.bytes() + " " + texts::kProgram.bytes();
     window().box(program, text, Icon::critical);
     window().box(texts::kSuiteTitle.bytes(), texts::kRestoreTask.bytes(), Icon::information);

@@ -99,7 +99,9 @@ void load_sector() {
 
 void load_employee(double employee) {
     if (LEGGIREC(kEmployees, employee) == 1) {
-        throw platform::Failure(platform::kBadRecordNumber);
+        platform::Failure failure(platform::kBadRecordNumber);
+        failure.culprit = testo_numero(kEmployees) + "-" + testo_numero(employee);
+        throw failure;
     }
     area(Area::DIPX) = record_buffer(kEmployees);
 }

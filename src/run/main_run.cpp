@@ -16,7 +16,6 @@
 #include "records/numbers.h"
 #include "run/end_of_run.h"
 #include "run/environment.h"
-#include "run/failure_handler.h"
 #include "run/first_walk.h"
 #include "run/form.h"
 #include "run/load_environment.h"
@@ -200,7 +199,6 @@ void clear_control_lists() {
 
 void MAIN() {
     TRACCIA("MAIN");
-    set_close_all_files([] { CHIUDI(0); });
     CARICAAMBIENTE();
     if (environment.archive_directory.empty()) {
         load_from_path_files();

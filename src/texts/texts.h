@@ -77,6 +77,8 @@ inline constexpr Text kFormulaUnknownTarget{Kind::box, "CAMPO NON DECIFRABILE  "
 // Program, failure, printer
 inline constexpr Text kProgram{Kind::label, "VELMOR"};
 inline constexpr Text kFailure{Kind::failure, "Errore "};
+/// The file or record concerned follows.
+inline constexpr Text kFailureCulprit{Kind::failure, "Archivio o record: "};
 inline constexpr Text kRestoreTask{
     Kind::failure, "CHIUDERE TUTTE LE APPLICAZIONI DELLA TASK\r\nLANCIARE RIPRISTINO TASK"};
 inline constexpr Text kPrinterRetry{Kind::question, "ERR.STAMPANTE - SI VUOLE RITENTARE ?"};
