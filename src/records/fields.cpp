@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
+#include <cmath>
+#include <optional>
 
 #include "platform/failure.h"
 #include "platform/window.h"
@@ -80,91 +83,126 @@ std::string_view slice(const std::string& source, std::size_t start, const Descr
     return std::string_view(source).substr(start, static_cast<std::size_t>(d.length));
 }
 
-bool raw_type(char type) {
-    return type == 'A' || type == 'D' || type == '0' || (type != 'N' && (type < '0' || type > '9'));
+bool raw_type(const Descriptor& d) {
+    return d.type != 'N' && d.decimals() == 0;
+}
+
+/// Digits in front of the point; a damaged descriptor may claim more decimals than characters.
+std::size_t whole_digits(const Descriptor& d) {
+    return static_cast<std::size_t>(std::max(0, d.length - d.decimals()));
 }
 
 /// Sign in front and point inserted: the form in which a numeric field is read.
 std::string decode(std::string_view raw, const Descriptor& d) {
-    std::string value(raw);
-    if (raw_type(d.type)) {
-        return value;
+    if (raw_type(d)) {
+        return std::string(raw);
     }
-    const std::size_t minus = value.find('-');
-    if (minus != std::string::npos) {
-        value[minus] = '0';
+    std::string value;
+    value.reserve(raw.size() + 2);
+    const std::size_t minus = raw.find('-');
+    if (minus != std::string_view::npos) {
+        value += '-';
+    }
+    const std::size_t first = value.size();
+    value += raw;
+    if (minus != std::string_view::npos) {
+        value[first + minus] = '0';
     }
     if (d.decimals() > 0) {
-        const auto whole = static_cast<std::size_t>(std::max(0, d.length - d.decimals()));
-        value.insert(std::min(whole, value.size()), 1, '.');
+        value.insert(first + std::min(whole_digits(d), raw.size()), 1, '.');
     }
-    return minus == std::string::npos ? value : "-" + value;
+    return value;
 }
 
-constexpr std::array<double, 7> kUnits{1, 10, 100, 1000, 10000, 100000, 1000000};
+constexpr std::array<double, 10> kUnits{1, 10, 100, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9};
+constexpr std::int16_t kExactDigits = 15;  ///< a double holds every number of so many digits
 
 double decode_number(std::string_view raw, const Descriptor& d) {
-    // Digits only, at most 15 of them: the whole number over its power of ten.
-    if (d.length <= 15 && raw.size() == static_cast<std::size_t>(d.length)) {
+    // The ordinary field: digits only, perhaps a minus in front, that a double holds exactly. The
+    // quotient by the power of ten is then the nearest double of the decimal text.
+    if (d.length <= kExactDigits && d.decimals() <= d.length && !raw.empty() &&
+        raw.size() == static_cast<std::size_t>(d.length)) {
+        const bool negative = raw.front() == '-' && !raw_type(d);
         std::uint64_t mantissa = 0;
-        bool digits = true;
-        for (const char c : raw) {
-            if (c < '0' || c > '9') {
-                digits = false;
+        std::size_t i = negative ? 1 : 0;
+        for (; i < raw.size(); ++i) {
+            const auto digit = static_cast<std::uint64_t>(static_cast<unsigned char>(raw[i])) - '0';
+            if (digit > 9) {
                 break;
             }
-            mantissa = mantissa * 10 + static_cast<std::uint64_t>(c - '0');
+            mantissa = mantissa * 10 + digit;
         }
-        if (digits) {
-            return static_cast<double>(mantissa) / kUnits[static_cast<std::size_t>(d.decimals())];
+        if (i == raw.size()) {
+            const double value =
+                static_cast<double>(mantissa) / kUnits[static_cast<std::size_t>(d.decimals())];
+            return negative ? -value : value;
         }
     }
     return valore(decode(raw, d));
 }
 
-/// The characters that a value takes in the field.
-std::string encode(const std::string& value, const Descriptor& d) {
-    std::string v = value;
-    const auto length = static_cast<std::size_t>(d.length);
-    if (d.type == 'A') {
-        v.resize(length, ' ');
-        return v;
+// ---- Writing ----
+
+/// Where the characters of a field go.
+struct Target {
+    std::string* buffer;
+    std::size_t start;
+};
+
+/// Right-aligned digits in zeros; excess digits are lost on the left, and a minus takes the first
+/// position.
+void put_digits(char* field, std::size_t length, std::string_view digits, bool negative) {
+    if (length == 0) {
+        return;
     }
-    const bool negative = !v.empty() && v.front() == '-';
+    digits = destra(digits, length);
+    const std::size_t zeros = length - digits.size();
+    std::fill_n(field, zeros, '0');
+    std::copy(digits.begin(), digits.end(), field + zeros);
     if (negative) {
-        v.erase(0, 1);
+        *field = '-';
     }
-    const auto decimals = static_cast<std::int16_t>(d.decimals());
-    if (decimals > 0) {
-        v = arrotondato_testo(valore(v), decimals);
-    }
-    NORMALIZZAESPONENTE(v);
-    if (decimals > 0) {
-        std::size_t point = v.find(',');
-        if (point == std::string::npos) {
-            point = v.find('.');
-        }
-        const auto zeros = static_cast<std::size_t>(decimals);
-        if (point == std::string::npos) {
-            v.append(zeros, '0');
-        } else {
-            v.append(zeros, '0');
-            v = v.substr(0, point) + v.substr(point + 1, zeros);
-        }
-    }
-    v = zeri_a_sinistra(v, length);
-    if (negative && !v.empty()) {
-        v.front() = '-';
-    }
-    return v;
 }
 
-void store(std::string& target, std::string_view characters, std::size_t start) {
-    if (start + characters.size() > target.size()) {
+/// Left-aligned text in blanks.
+void put_text(char* field, std::size_t length, std::string_view text) {
+    text = text.substr(0, length);
+    std::copy(text.begin(), text.end(), field);
+    std::fill_n(field + text.size(), length - text.size(), ' ');
+}
+
+/// Digits of a number without its sign, the decimals of the field implied.
+std::string implied_digits(std::string_view number, const Descriptor& d) {
+    std::string v(number);
+    const auto decimals = static_cast<std::size_t>(d.decimals());
+    if (decimals > 0) {
+        v = arrotondato_testo(valore(v), d.decimals());
+    }
+    NORMALIZZAESPONENTE(v);
+    if (decimals == 0) {
+        return v;
+    }
+    std::size_t point = v.find(',');
+    if (point == std::string::npos) {
+        point = v.find('.');
+    }
+    v.append(decimals, '0');
+    if (point == std::string::npos) {
+        return v;
+    }
+    return v.substr(0, point) + v.substr(point + 1, decimals);
+}
+
+bool plain_digits(std::string_view text) {
+    return std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
+}
+
+/// The place of `length` characters in the target.
+char* place(const Target& target, std::size_t length) {
+    if (target.start + length > target.buffer->size()) {
         throw Failure(platform::kSubscriptOutOfRange);
     }
-    std::copy(characters.begin(), characters.end(),
-              target.begin() + static_cast<std::ptrdiff_t>(start));
+    return target.buffer->data() + target.start;
 }
 
 std::string read_field(const Descriptor& d, std::int16_t occurrence, const std::string& buffer) {
@@ -176,18 +214,72 @@ std::string read_field(const Descriptor& d, std::int16_t occurrence, const std::
     return decode(source == nullptr ? std::string_view() : slice(*source, start, d), d);
 }
 
+/// Stores a text whose comma is already a point.
+void write_characters(const Descriptor& d, std::string_view value, const Target& target) {
+    const auto length = static_cast<std::size_t>(d.length);
+    if (d.type == 'A') {
+        put_text(place(target, length), length, value);
+        return;
+    }
+    const bool negative = !value.empty() && value.front() == '-';
+    const std::string_view magnitude = value.substr(negative ? 1 : 0);
+    if (d.decimals() == 0 && plain_digits(magnitude)) {
+        put_digits(place(target, length), length, magnitude, negative);
+        return;
+    }
+    const std::string digits = implied_digits(magnitude, d);
+    put_digits(place(target, length), length, digits, negative);
+}
+
+/// The buffer, or else the area, from the field's position on; without a buffer for a tag that is
+/// none.
+Target target_of(const Descriptor& d, std::int16_t occurrence, std::string& buffer) {
+    const std::size_t start = start_of(d, occurrence);
+    return {buffer.empty() ? area_or_message(d.area) : &buffer, start};
+}
+
 void write_field(const Descriptor& d, std::string& value, std::int16_t occurrence,
                  std::string& buffer) {
     const std::size_t comma = value.find(',');
     if (comma != std::string::npos) {
         value[comma] = '.';
     }
-    const std::size_t start = start_of(d, occurrence);
-    const std::string characters = encode(value, d);
-    std::string* target = buffer.empty() ? area_or_message(d.area) : &buffer;
-    if (target != nullptr) {
-        store(*target, characters, start);
+    const Target target = target_of(d, occurrence, buffer);
+    if (target.buffer != nullptr) {
+        write_characters(d, value, target);
     }
+}
+
+/// Units of the field's last decimal, where they come out the same without the decimal text.
+std::optional<std::uint64_t> units_of(const Descriptor& d, double magnitude) {
+    constexpr double kWholeLimit = 1e15;
+    if (d.type == 'A') {
+        return std::nullopt;
+    }
+    if (d.decimals() > 0) {
+        return plain_units(magnitude, d.decimals());
+    }
+    if (magnitude < kWholeLimit && magnitude == Int(magnitude)) {
+        return static_cast<std::uint64_t>(magnitude);
+    }
+    return std::nullopt;
+}
+
+void write_number(const Descriptor& d, double value, std::int16_t occurrence, std::string& buffer) {
+    const Target target = target_of(d, occurrence, buffer);
+    if (target.buffer == nullptr) {
+        return;
+    }
+    const auto units = units_of(d, std::abs(value));
+    if (!units) {
+        write_characters(d, testo_numero(value), target);
+        return;
+    }
+    std::array<char, 20> digits{};
+    const auto written = std::to_chars(digits.data(), digits.data() + digits.size(), *units);
+    const auto length = static_cast<std::size_t>(d.length);
+    put_digits(place(target, length), length,
+               {digits.data(), static_cast<std::size_t>(written.ptr - digits.data())}, value < 0);
 }
 
 int code_number(const Descriptor& d) {
@@ -226,6 +318,11 @@ struct SteppedGroup {
 constexpr std::array<SteppedGroup, 2> kF24Groups{
     {{1077, 4117, 152, 24, 35}, {5094, 5414, 16, 1, 4}}};
 constexpr int kDi2Width = 714;
+
+bool has_groups(Area area) {
+    return area == Area::DICX || area == Area::CONX || area == Area::M77X || area == Area::F24X ||
+           area == Area::DI2X;
+}
 
 int group_width(const Descriptor& d) {
     for (const Group& group : kGroups) {
@@ -302,22 +399,17 @@ void SCRIVICAMPO(const std::string& descriptor, std::string& value, std::int16_t
 
 void SCRIVICAMPONUM(const Descriptor& descriptor, double value, std::int16_t occurrence,
                     std::string& buffer) {
-    named_failure(kWriteName, [&] {
-        std::string text = testo_numero(value);
-        write_field(descriptor, text, occurrence, buffer);
-    });
+    named_failure(kWriteName, [&] { write_number(descriptor, value, occurrence, buffer); });
 }
 
 void SCRIVICAMPONUM(const std::string& descriptor, double value, std::int16_t occurrence,
                     std::string& buffer) {
-    named_failure(kWriteName, [&] {
-        std::string text = testo_numero(value);
-        write_field(cut_at_run_time(descriptor), text, occurrence, buffer);
-    });
+    named_failure(kWriteName,
+                  [&] { write_number(cut_at_run_time(descriptor), value, occurrence, buffer); });
 }
 
 std::int16_t SPOSTAMENTOOCCORRENZA(const Descriptor& descriptor, std::int16_t occurrence) {
-    const int width = group_width(descriptor);
+    const int width = has_groups(descriptor.area) ? group_width(descriptor) : 0;
     if (occurrence == 0 || width == 0) {
         return 0;
     }
@@ -359,8 +451,17 @@ void scrivi(const Descriptor& field, double value, int occurrence) {
 
 void scrivi(const Descriptor& field, std::string_view value, int occurrence) {
     std::string area_itself;
-    std::string text(value);
-    SCRIVICAMPO(field, text, static_cast<std::int16_t>(occurrence), area_itself);
+    if (value.find(',') != std::string_view::npos) {
+        std::string text(value);
+        SCRIVICAMPO(field, text, static_cast<std::int16_t>(occurrence), area_itself);
+        return;
+    }
+    named_failure(kWriteName, [&] {
+        const Target target = target_of(field, static_cast<std::int16_t>(occurrence), area_itself);
+        if (target.buffer != nullptr) {
+            write_characters(field, value, target);
+        }
+    });
 }
 
 double aggiungi(const Descriptor& field, double amount, int occurrence) {

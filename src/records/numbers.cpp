@@ -18,6 +18,7 @@ constexpr std::array<double, 23> kPowersOfTen{1e0,  1e1,  1e2,  1e3,  1e4,  1e5,
                                               1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
                                               1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 constexpr std::uint64_t kLargestExactMantissa = std::uint64_t{1} << 53U;
+constexpr int kLargestExponent = 400;  ///< beyond the exponents of all numbers
 
 bool is_digit(char c) {
     return c >= '0' && c <= '9';
@@ -221,7 +222,35 @@ std::string arrotondato_testo(double value, int decimals) {
 }
 
 double arrotonda(double value, int decimals) {
+    if (decimals > 0) {
+        if (const auto units = plain_units(std::abs(value), decimals)) {
+            const double rounded =
+                static_cast<double>(*units) / kPowersOfTen[static_cast<std::size_t>(decimals)];
+            return value < 0 ? -rounded : rounded;
+        }
+    }
     return valore(arrotondato_testo(value, decimals));
+}
+
+std::optional<std::uint64_t> plain_units(double magnitude, int decimals) {
+    // Two roundings to 15 digits, one product and one sum move the value by less than 2E-14 of
+    // itself, 0.002 units below 10^11: a fraction further than that from a whole unit is safe.
+    constexpr double kUnitsLimit = 1e11;
+    constexpr double kMargin = 0.01;
+    constexpr int kDecimalsLimit = 9;
+    if (decimals < 1 || decimals > kDecimalsLimit) {
+        return std::nullopt;
+    }
+    const double with_half = magnitude * kPowersOfTen[static_cast<std::size_t>(decimals)] + 0.5;
+    if (!(with_half < kUnitsLimit)) {
+        return std::nullopt;
+    }
+    const auto units = static_cast<std::uint64_t>(with_half);
+    const double fraction = with_half - static_cast<double>(units);
+    if (fraction < kMargin || fraction > 1 - kMargin) {
+        return std::nullopt;
+    }
+    return units;
 }
 
 double unita(double x) {
@@ -238,7 +267,10 @@ void NORMALIZZAESPONENTE(std::string& text) {
     }
     int exponent = 0;
     const char* first = text.data() + mark + 2;
-    std::from_chars(first, text.data() + text.size(), exponent);
+    const auto read = std::from_chars(first, text.data() + text.size(), exponent);
+    if (read.ec == std::errc::result_out_of_range || std::abs(exponent) > kLargestExponent) {
+        throw Failure(platform::kOverflow);
+    }
     if (text[mark + 1] == '-') {
         exponent = -exponent;
     }

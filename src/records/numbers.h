@@ -4,6 +4,7 @@
 // decimals. No infinity, no NaN and no exponent ever reaches a record.
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -30,10 +31,15 @@ namespace MXREPOSITORY {
 [[nodiscard]] std::string arrotondato_testo(double value, int decimals);
 /// The rounded value as a number (2 decimals: cents).
 [[nodiscard]] double arrotonda(double value, int decimals = 2);
+/// The digits of ARROTONDATESTO for a magnitude of 0 or above, point removed, wherever no later
+/// step of the decimal rounding can change them: below 10^11 units and not close to half a unit.
+/// Nothing else; then the decimal text decides.
+[[nodiscard]] std::optional<std::uint64_t> plain_units(double magnitude, int decimals);
 /// Rounds to the whole unit: Int(x + 0.5).
 [[nodiscard]] double unita(double x);
 
-/// Rewrites an exponent form ("1.5E-05") as plain decimal text, in place; other texts stay.
+/// Rewrites an exponent form ("1.5E-05") as plain decimal text, in place; other texts stay. An
+/// exponent that no number has is failure 6.
 void NORMALIZZAESPONENTE(std::string& text);
 
 /// Division; a divisor of 0 is failure 11.
