@@ -107,7 +107,6 @@ std::string make_pdf(const std::vector<std::string>& lines, int size, const std:
     if (document == nullptr) {
         fail(name);
     }
-    HPDF_SetCompressionMode(document.get(), HPDF_COMP_ALL);
     HPDF_Font font = HPDF_GetFont(document.get(), "Courier", "WinAnsiEncoding");
     const PageShape page_shape = shape_for(lines, size);
     const std::vector<std::string> rows = folded(lines, page_shape.characters);

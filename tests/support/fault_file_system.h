@@ -1,0 +1,104 @@
+#pragma once
+// The machine's file system with faults: the Nth operation fails, or the disk is full beyond a
+// given length. Put in place by platform::set_files; the plan is shared with the test.
+
+#include <algorithm>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "platform/failure.h"
+#include "platform/file_system.h"
+
+namespace test_support {
+
+struct FaultPlan {
+    std::uint64_t operations = 0;             ///< operations so far
+    std::uint64_t fail_at = 0;                ///< number of the one that fails; 0: none
+    int number = platform::kDeviceIo;         ///< failure that it raises
+    std::uint64_t disk_ends_at = UINT64_MAX;  ///< no file grows beyond this length
+    std::uint64_t writes = 0;                 ///< writes so far
+
+    void count() {
+        if (++operations == fail_at) {
+            throw platform::Failure(number);
+        }
+    }
+};
+
+class FaultChannel final : public platform::Channel {
+  public:
+    FaultChannel(std::unique_ptr<platform::Channel> inner, std::shared_ptr<FaultPlan> plan)
+        : inner_(std::move(inner)), plan_(std::move(plan)) {}
+
+    std::size_t read_at(std::uint64_t position, char* buffer, std::size_t buffer_size) override {
+        plan_->count();
+        return inner_->read_at(position, buffer, buffer_size);
+    }
+    /// A disk that is full takes the bytes that still fit, as a real one does.
+    void write_at(std::uint64_t position, std::string_view bytes) override {
+        plan_->count();
+        ++plan_->writes;
+        if (position + bytes.size() <= plan_->disk_ends_at) {
+            inner_->write_at(position, bytes);
+            return;
+        }
+        const std::uint64_t room = plan_->disk_ends_at - std::min(position, plan_->disk_ends_at);
+        if (room > 0) {
+            inner_->write_at(position, bytes.substr(0, room));
+        }
+        throw platform::Failure(platform::kDiskFull);
+    }
+    std::uint64_t length() override {
+        plan_->count();
+        return inner_->length();
+    }
+
+  private:
+    std::unique_ptr<platform::Channel> inner_;
+    std::shared_ptr<FaultPlan> plan_;
+};
+
+class FaultFileSystem final : public platform::FileSystem {
+  public:
+    explicit FaultFileSystem(std::shared_ptr<FaultPlan> plan) : plan_(std::move(plan)) {}
+
+    /// Puts a faulty file system in the place of the machine's own and returns its plan.
+    static std::shared_ptr<FaultPlan> install() {
+        auto plan = std::make_shared<FaultPlan>();
+        platform::set_files(std::make_unique<FaultFileSystem>(plan));
+        return plan;
+    }
+
+    std::unique_ptr<platform::Channel> open(const std::string& path,
+                                            platform::OpenMode mode) override {
+        plan_->count();
+        return std::make_unique<FaultChannel>(platform::real_files().open(path, mode), plan_);
+    }
+    bool exists(const std::string& path) override { return platform::real_files().exists(path); }
+    bool directory_exists(const std::string& path) override {
+        return platform::real_files().directory_exists(path);
+    }
+    std::uint64_t length(const std::string& path) override {
+        plan_->count();
+        return platform::real_files().length(path);
+    }
+    void remove(const std::string& path) override {
+        plan_->count();
+        platform::real_files().remove(path);
+    }
+    void copy(const std::string& source, const std::string& target) override {
+        plan_->count();
+        platform::real_files().copy(source, target);
+    }
+    bool permitted(const std::string& path) override {
+        return platform::real_files().permitted(path);
+    }
+
+  private:
+    std::shared_ptr<FaultPlan> plan_;
+};
+
+}  // namespace test_support
