@@ -164,6 +164,10 @@ inline constexpr Text kPeriodOfRun{Kind::box, "\r\rPeriodo di elaborazione "};
 /// Status of an employee with a dependant that has a share and no tax code; the slip is dropped.
 inline constexpr Text kMissingDependantTaxCode{Kind::line, ":INSERIRE CODFISC"};
 
+// Contracts
+inline constexpr Text kErrorMessageTitle{Kind::label, "MESSAGGIO DI ERRORE"};
+inline constexpr Text kContractNotFound{Kind::box, " CODICE CONTRATTO NON TROVATO "};
+
 // Closing
 inline constexpr Text kOverCeiling{Kind::line, " HA SUPERATO IL MASSIMALE DI E."};
 
