@@ -170,8 +170,12 @@ void walk_selection() {
 
 void CALC() {
     TRACCIA("CALC");
-    set_up_run();
-    walk_selection();
+    try {
+        set_up_run();
+        walk_selection();
+    } catch (const EndRun&) {
+        // The pay scale could not be copied: the message has been shown, no more slips follow.
+    }
     FINEPROG();
 }
 

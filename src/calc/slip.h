@@ -129,8 +129,23 @@ struct Slip {
 
     /// A dependant has a share and no tax code: the slip is dropped.
     bool dependant_without_tax_code = false;
+
+    // Lines and bases: what the walk of the lines leaves for later
+    double line_mode = 0;         ///< mode that the preparation of the item area gives each line
+                                  ///< (Z154); 0: the item's formula rules
+    double minimum_test = 0;      ///< IMPMINIMALE, or the base of 25 days, in whole euro
+    double hourly_minimum = 0;    ///< minimum of a part-timer's hours
+    double items_59_60_74 = 0;    ///< wage of the lines 59, 60 and 74
+    double thirteenth_wage = 0;   ///< wage of the lines of the thirteenth month
+    double fourteenth_wage = 0;   ///< the same of the fourteenth
+    double extra_month_wage = 0;  ///< both together
+    double former_PB25 = 0;       ///< month of the one-off of 2022, as the record brought it
 };
 extern Slip slip;
+
+/// Ends the run through FINEPROG from this floor, which does not know it: the walk of the selection
+/// catches it. The one place where a lower floor starts the end of the run.
+struct EndRun {};
 
 /// The process-wide skip flag: -1 drops this employee's slip.
 extern std::int16_t ABORTODIP;

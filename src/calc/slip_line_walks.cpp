@@ -159,14 +159,14 @@ bool left_out_of_the_cut(int code) {
     return code == 59 || code == 60 || code == 74;
 }
 
-/// Wage of the excluded lines and of the extra months; a deduction takes off, an item that is
-/// neither earning nor deduction does not count.
+/// Contribution wage of the excluded lines and of the extra months; a deduction takes off. An item
+/// that is neither earning nor deduction, or of no social class, does not count.
 void sum_lines_of_the_cut() {
     slip.items_59_60_74 = 0;
     slip.thirteenth_wage = 0;
     slip.fourteenth_wage = 0;
     walk_lines([](int, int code, const std::string& line) {
-        if (num(Z011) > 1) {
+        if (num(Z011) > 1 || num(Z014) == 0) {
             return true;
         }
         const double amount = num(Z011) == 1 ? -line_amount(line) : line_amount(line);
@@ -265,10 +265,10 @@ void sum_reduction_items() {
     if (period.yyyymm() < 202210) {
         scrivi(PB10, percent_of(slip.items_59_60_74, kCutOf2022));
         scrivi(PB07, percent_of(slip.extra_month_wage, kCutOf2022));
-        return;
+    } else if (period.year() == 2022) {
+        scrivi(PB15, percent_of(slip.items_59_60_74, kCutFromOctober2022));
+        scrivi(PB16, percent_of(slip.extra_month_wage, kCutFromOctober2022));
     }
-    scrivi(PB15, percent_of(slip.items_59_60_74, kCutFromOctober2022));
-    scrivi(PB16, percent_of(slip.extra_month_wage, kCutFromOctober2022));
 }
 
 void sum_extra_month_items() {

@@ -16,6 +16,7 @@
 #include "records/numbers.h"
 #include "run/period.h"
 #include "run/trace.h"
+#include "run/utilities.h"
 
 namespace ModSWCALM {
 

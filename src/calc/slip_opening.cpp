@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <string>
+#include <utility>
 
 #include "calc/contract.h"
 #include "calc/fixed_data.h"
@@ -36,9 +37,14 @@ bool collaborator() {
     return num(P447) == 1;
 }
 
-/// Everything that belongs to the employee, back to its default at this one point.
+/// Everything that belongs to the employee, back to its default at this one point. The tables stay:
+/// a bracket file that ends early, and a rate that no switch decides, leave what stood in them.
 void reset_slip(double employee_record) {
-    slip = Slip{};
+    Slip opened;
+    opened.TABIRP = slip.TABIRP;
+    opened.TABIRPAC = slip.TABIRPAC;
+    opened.PCTCONTR = slip.PCTCONTR;
+    slip = std::move(opened);
     slip.employee_record = employee_record;
     if (BISESTILE(period.year()) == kTrue) {
         slip.GIORNIMESE = "31312931303130313130313031";
