@@ -1,0 +1,311 @@
+// The Nth operation on the files fails, for every N; the disk runs full. A failure has to come out
+// with its number, other records have to keep every byte, and the index every key.
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <string>
+
+#include "files/isam.h"
+#include "files/logical_files.h"
+#include "platform/failure.h"
+#include "tests/support/archive_directory.h"
+#include "tests/support/fault_file_system.h"
+#include "tests/support/index_model.h"
+#include "tests/support/other_process.h"
+#include "tests/support/scripted_window.h"
+
+namespace MXLIBRERIA {
+namespace {
+
+using test_support::ArchiveDirectory;
+using test_support::FaultFileSystem;
+using test_support::FaultPlan;
+using test_support::IndexReader;
+using test_support::ScriptedWindow;
+
+constexpr std::size_t kKeyLength = 10;
+constexpr double kIndex = 36;
+constexpr double kRecords = 2;
+
+std::string key_of(std::size_t number) {
+    const std::string digits = std::to_string(number);
+    return std::string(kKeyLength - digits.size(), '0') + digits;
+}
+
+class FilesUnderFaults : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        archive_.define(2, "NZDIPEND.DAT", 20);
+        archive_.define(36, "NZINDEX.DAT", 2176);
+        archive_.write("NZDIPEND.DAT", records_);
+    }
+    void TearDown() override {
+        CHIUDI(0);
+        platform::set_files(nullptr);
+    }
+
+    /// Runs `work` with a fault at operation 1, 2, 3 ... until it gets through, each time on files
+    /// as `prepare` leaves them; `check` sees what the failed run has left. Returns how many
+    /// failed.
+    static int fail_each_operation(const std::function<void()>& prepare,
+                                   const std::function<void()>& work,
+                                   const std::function<void()>& check) {
+        for (int failed = 0;; ++failed) {
+            platform::set_files(nullptr);
+            prepare();
+            const auto plan = FaultFileSystem::install();
+            plan->fail_at = static_cast<std::uint64_t>(failed) + 1;
+            plan->number = platform::kDeviceIo;
+            try {
+                work();
+                EXPECT_LT(plan->operations, plan->fail_at);
+                CHIUDI(0);
+                return failed;
+            } catch (const platform::Failure& failure) {
+                EXPECT_EQ(failure.number(), 57);
+                EXPECT_EQ(failure.description(), "Device I/O error");
+            }
+            CHIUDI(0);
+            platform::set_files(nullptr);
+            check();
+        }
+    }
+
+    ArchiveDirectory archive_;
+    ScriptedWindow& window_ = ScriptedWindow::install();
+    const std::string records_ = std::string(20, 'a') + std::string(20, 'b') + std::string(20, 'c');
+};
+
+TEST_F(FilesUnderFaults, WritingARecordTouchesNoOther) {
+    const auto write = [] {
+        FAIOPEN(kRecords);
+        LEGGIREC(kRecords, 2);
+        SCRIVIREC(kRecords, 2, std::string(20, 'X'));
+    };
+    const int failed =
+        fail_each_operation([&] { archive_.write("NZDIPEND.DAT", records_); }, write,
+                            [&] { EXPECT_EQ(archive_.read("NZDIPEND.DAT"), records_); });
+    EXPECT_EQ(failed, 5);  // NZBASE.DAT opened and read; the file opened, read, written
+    EXPECT_EQ(archive_.read("NZDIPEND.DAT"),
+              std::string(20, 'a') + std::string(20, 'X') + std::string(20, 'c'));
+}
+
+TEST_F(FilesUnderFaults, AFullDiskKeepsTheRecordsThatAreThere) {
+    const auto plan = FaultFileSystem::install();
+    FAIOPEN(kRecords);
+    plan->disk_ends_at = records_.size() + 7;  // room for a part of the new record
+    try {
+        SCRIVIREC(kRecords, 4, std::string(20, 'X'));
+        FAIL();
+    } catch (const platform::Failure& failure) {
+        EXPECT_EQ(failure.number(), 61);
+        EXPECT_EQ(failure.description(), "Disk full");
+    }
+    EXPECT_EQ(archive_.read("NZDIPEND.DAT").substr(0, records_.size()), records_);
+    // The piece of a record reads as the end of the file, and the next try takes its place.
+    EXPECT_EQ(LEGGIREC(kRecords, 4), 1);
+    plan->disk_ends_at = UINT64_MAX;
+    SCRIVIREC(kRecords, 4, std::string(20, 'Y'));
+    EXPECT_EQ(archive_.read("NZDIPEND.DAT"), records_ + std::string(20, 'Y'));
+}
+
+TEST_F(FilesUnderFaults, AReadOnlyArchiveIsReadAndRefusesTheWrite) {
+    std::filesystem::permissions(archive_.file("NZDIPEND.DAT"), std::filesystem::perms(0444));
+    std::filesystem::permissions(archive_.file("NZBASE.DAT"), std::filesystem::perms(0444));
+    std::filesystem::permissions(archive_.path(), std::filesystem::perms(0555));
+    EXPECT_EQ(test_support::in_other_process([&] {
+                  test_support::become_ordinary_user();
+                  FAIOPEN(kRecords);
+                  if (LEGGIREC(kRecords, 2) != 0 || record_buffer(kRecords)[0] != 'b') {
+                      return 1;
+                  }
+                  try {
+                      SCRIVIREC(kRecords, 2, std::string(20, 'X'));
+                  } catch (const platform::Failure& failure) {
+                      return failure.number();
+                  }
+                  return 2;
+              }),
+              75);
+    EXPECT_EQ(archive_.read("NZDIPEND.DAT"), records_);
+}
+
+TEST_F(FilesUnderFaults, MakingAFileAnewFailsOrSucceedsWhole) {
+    const int failed = fail_each_operation(
+        [&] { archive_.write("NZDIPEND.DAT", records_); }, [] { RICREAFILE(kRecords); },
+        [&] {
+            const std::string left = archive_.read("NZDIPEND.DAT");
+            EXPECT_TRUE(left == records_ || left.empty());
+        });
+    EXPECT_GT(failed, 5);
+    EXPECT_EQ(archive_.read("NZDIPEND.DAT"), "");
+}
+
+TEST_F(FilesUnderFaults, TheSemaphoreGoesWhenTheSectionFails) {
+    const int failed =
+        fail_each_operation([] {},
+                            [] {
+                                APRISEMA();
+                                FAIOPEN(kRecords);
+                                SCRIVIREC(kRecords, 4, std::string(20, 'X'));
+                                CHIUDISEMA();
+                            },
+                            [&] {
+                                EXPECT_NO_THROW(static_cast<void>(platform::files().open(
+                                    archive_.file("NZSEMA.DAT"), platform::OpenMode::exclusive)));
+                            });
+    EXPECT_EQ(failed, 6);
+}
+
+/// An index on disk, kept as bytes so that each try starts from the same state.
+class IndexUnderFaults : public FilesUnderFaults {
+  protected:
+    /// Keys 2, 4, 6 ... in order.
+    void build(std::size_t keys) {
+        ISAM(kIndex, "", kIsamEmpty, 0);
+        for (std::size_t i = 1; i <= keys; ++i) {
+            ISAM(kIndex, key_of(i * 2), kIsamInsert, static_cast<double>(i));
+            keys_[key_of(i * 2)] = static_cast<double>(i);
+        }
+        CHIUDI(kIndex);
+        before_ = archive_.read("NZINDEX.DAT");
+    }
+
+    /// Every key but `changed` is found with its record, by search and in the order of a scan.
+    /// `changed` is found or not.
+    void check_keys(const std::string& changed) {
+        FAIOPEN(kIndex);
+        std::string key = key_of(1);
+        for (const auto& [expected, record] : keys_) {
+            if (expected == changed) {
+                continue;
+            }
+            ASSERT_EQ(ISAM(kIndex, expected, kIsamSearch, 0), record);
+            double found = ISAM(kIndex, key, kIsamNext, 0);
+            if (isam_state.last_key == changed) {
+                found = ISAM(kIndex, changed, kIsamNext, 0);
+            }
+            ASSERT_EQ(found, record);
+            key = isam_state.last_key;
+            ASSERT_EQ(key, expected);
+        }
+        CHIUDI(kIndex);
+    }
+
+    int fail_each_block(const std::string& key, double operation) {
+        return fail_each_operation([&] { archive_.write("NZINDEX.DAT", before_); },
+                                   [&] {
+                                       FAIOPEN(kIndex);
+                                       ISAM(kIndex, key, operation, 777);
+                                   },
+                                   [&] { check_keys(key); });
+    }
+
+    std::map<std::string, double> keys_;
+    std::string before_;
+};
+
+TEST_F(IndexUnderFaults, APlainInsertion) {
+    build(100);
+    EXPECT_EQ(fail_each_block(key_of(7), kIsamInsert),
+              8);  // NZBASE.DAT, opening, length, 3 reads, 1 write
+    EXPECT_EQ(IndexReader(archive_.read("NZINDEX.DAT"), kKeyLength).keys.at(key_of(7)), 777);
+}
+
+TEST_F(IndexUnderFaults, AnInsertionBelowAllKeys) {
+    build(100);
+    EXPECT_EQ(fail_each_block(key_of(1), kIsamInsert), 10);  // two blocks more: the first keys
+    EXPECT_EQ(IndexReader(archive_.read("NZINDEX.DAT"), kKeyLength).fault, "");
+}
+
+TEST_F(IndexUnderFaults, ASplitOfALeaf) {
+    build(127);
+    EXPECT_GT(fail_each_block(key_of(255), kIsamInsert), 9);
+    const IndexReader reader(archive_.read("NZINDEX.DAT"), kKeyLength);
+    EXPECT_EQ(reader.fault, "");
+    EXPECT_EQ(reader.blocks[3], 2);
+}
+
+TEST_F(IndexUnderFaults, ASplitOfALeafAndOfItsBranch) {
+    build(128 * 64 - 1);  // the next key fills the branch's entry 128
+    EXPECT_GT(fail_each_block(key_of(128 * 128), kIsamInsert), 11);
+    const IndexReader reader(archive_.read("NZINDEX.DAT"), kKeyLength);
+    EXPECT_EQ(reader.fault, "");
+    EXPECT_EQ(reader.blocks[2], 2);
+    EXPECT_EQ(reader.keys.size(), 128 * 64U);
+}
+
+TEST_F(IndexUnderFaults, ASplitInTheMiddleOfABranch) {
+    build(128 * 64 - 1);
+    CHIUDI(0);
+    FAIOPEN(kIndex);
+    for (std::size_t i = 0; i < 63; ++i) {  // a leaf in the lower half gets 127 keys
+        const std::string key = key_of(64 * 20 * 2 + 3 + i * 2);
+        ISAM(kIndex, key, kIsamInsert, 9);
+        keys_[key] = 9;
+    }
+    CHIUDI(kIndex);
+    before_ = archive_.read("NZINDEX.DAT");
+    EXPECT_GT(fail_each_block(key_of(64 * 20 * 2 + 3 + 63 * 2), kIsamInsert), 11);
+    EXPECT_EQ(IndexReader(archive_.read("NZINDEX.DAT"), kKeyLength).fault, "");
+}
+
+TEST_F(IndexUnderFaults, TheFirstKey) {
+    build(0);
+    EXPECT_GT(fail_each_block(key_of(7), kIsamInsert), 6);
+    EXPECT_EQ(IndexReader(archive_.read("NZINDEX.DAT"), kKeyLength).keys.size(), 1U);
+}
+
+TEST_F(IndexUnderFaults, ARemovalThatEmptiesABlock) {
+    build(128);
+    CHIUDI(0);
+    FAIOPEN(kIndex);
+    for (std::size_t i = 2; i <= 64; ++i) {
+        ISAM(kIndex, key_of(i * 2), kIsamDelete, 0);
+        keys_.erase(key_of(i * 2));
+    }
+    CHIUDI(kIndex);
+    before_ = archive_.read("NZINDEX.DAT");
+    EXPECT_GT(fail_each_block(key_of(2), kIsamDelete), 9);
+    const IndexReader reader(archive_.read("NZINDEX.DAT"), kKeyLength);
+    EXPECT_EQ(reader.fault, "");
+    EXPECT_EQ(reader.keys.size(), 64U);
+}
+
+TEST_F(IndexUnderFaults, TheLastKey) {
+    build(1);
+    EXPECT_GT(fail_each_block(key_of(2), kIsamDelete), 9);
+    EXPECT_EQ(IndexReader(archive_.read("NZINDEX.DAT"), kKeyLength).keys.size(), 0U);
+}
+
+TEST_F(IndexUnderFaults, ASplitOnAFullDisk) {
+    build(128 * 64 - 1);
+    FAIOPEN(kIndex);
+    CHIUDI(kIndex);
+    for (const std::size_t room : {0U, 1000U, 2176U, 3000U}) {  // both splits need a new block
+        archive_.write("NZINDEX.DAT", before_);
+        const auto plan = FaultFileSystem::install();
+        FAIOPEN(kIndex);
+        plan->disk_ends_at = before_.size() + room;
+        try {
+            ISAM(kIndex, key_of(128 * 128), kIsamInsert, 777);
+            FAIL();
+        } catch (const platform::Failure& failure) {
+            EXPECT_EQ(failure.number(), 61);
+        }
+        plan->disk_ends_at = UINT64_MAX;
+        CHIUDI(kIndex);
+        check_keys(key_of(128 * 128));
+        FAIOPEN(kIndex);  // with room again the same insertion succeeds
+        EXPECT_EQ(ISAM(kIndex, key_of(128 * 128), kIsamInsert, 777), 0);
+        EXPECT_EQ(IndexReader(archive_.read("NZINDEX.DAT"), kKeyLength).fault, "");
+        CHIUDI(kIndex);
+        platform::set_files(nullptr);
+    }
+}
+
+}  // namespace
+}  // namespace MXLIBRERIA
