@@ -1,1 +1,166 @@
+// Net pay of the slip and its rounding.
+
+#include <algorithm>
+#include <cmath>
+
+#include "calc/slip.h"
 #include "closing/closing.h"
+#include "history/slip_images.h"
+#include "records/dictionary/DIPX.h"
+#include "records/dictionary/DITX.h"
+#include "records/fields.h"
+#include "records/numbers.h"
+#include "run/period.h"
+#include "run/trace.h"
+#include "run/utilities.h"
+#include "tax/bonus.h"
+#include "tax/income_tax.h"
+
+namespace ModSwCalm2 {
+
+using namespace MXREPOSITORY;
+using ModSWCALB::tax_state;
+using ModSWCALM::company_is;
+using ModSWCALM::slip;
+using MXLIBRERIA::period;
+
+namespace {
+
+/// Rounding up to the whole unit: Int(x + 0.999).
+double rounded_up(double net) {
+    return Int(net + 0.999);
+}
+
+void settle_flags_and_sums() {
+    if (num(P031) == 0) {
+        svuota({P186, Q244});
+    }
+    aggiungi(Q007, num(Q224));
+    aggiungi(Q109, slip.ESENTEA);
+    if (tax_state.ConguaglioAnnuale && num(P792) == 1) {
+        scrivi(P793, num(P793));
+    }
+}
+
+/// Tax at source at the employee's flat rate (P056 = 3, rate P077), also of those who have no
+/// income tax by the scale: their taxable amount is the one of the lines.
+void flat_tax_at_source() {
+    if (num(P056) != 3 || num(P077) == 0) {
+        return;
+    }
+    const double taxable = num(P031) == 0 ? std::max(0.0, slip.IMPFISCALE) : num(P256);
+    scrivi(P535, taxable * num(P077) / 100);
+    aggiungi(P259, num(P535));
+}
+
+/// Bonus and integrative sum: from May 2014 (D.L. 66/2014, art. 1).
+void bonus_steps() {
+    if (num(P118) == 2 ||
+        (period.yyyymm() < 201405 && MXLIBRERIA::yyyymm_of(testo(P017)) < 201405)) {
+        return;
+    }
+    ModSWCALB::CALCOLO_BONUS_DL032020();
+    if (period.yyyymm() >= 202501) {
+        ModSWCALB::CALCOLA_SOMMA_INTEGRATIVA();
+    }
+}
+
+/// Company 90000000011 pays a net between Q089 and Q088: the gross is moved by Q090.
+void fixed_net_adjustment() {
+    if (!company_is("90000000011") || period.additional()) {
+        return;
+    }
+    scrivi(Q090, 0);
+    double net = num(P241) - num(P259);
+    if (num(T184) == 0) {
+        net = rounded_up(net);
+    }
+    if (num(Q089) != 0 && num(Q089) > net) {
+        scrivi(Q090, num(Q089) - net);
+        aggiungi(P241, num(Q090));
+    }
+    if (num(Q088) != 0 && num(Q088) < net) {
+        scrivi(Q090, net - num(Q088));
+        aggiungi(P241, -num(Q090));
+    }
+}
+
+void advance_on_the_net() {
+    if (num(P118) == 2) {
+        return;
+    }
+    scrivi(PA44, 0);
+    scrivi(PB54, num(PB54));
+}
+
+/// The net as a whole number whose last digit goes to 0, or stays at 5. Failure 6 above 32767.
+double rounded_by_tens(double net) {
+    const std::int16_t whole = intero16(Fix(net));
+    const int digit = whole % 10;
+    if (digit == 5) {
+        return whole;
+    }
+    return digit < 5 ? whole - digit : whole + 10 - digit;
+}
+
+void pay(double net, double paid) {
+    scrivi(Q163, paid - net);
+    scrivi(Q173, paid);
+}
+
+}  // namespace
+
+void net_and_rounding() {
+    const double net = num(P241) - num(P259);
+    const bool dismissed_in_month = num(P054) == 1 && !company_is("90000000011");
+    if (net < 0) {
+        scrivi(Q163, -net);
+        scrivi(Q173, 0);
+    } else if (dismissed_in_month || num(T184) == 1) {
+        pay(net, net);
+    } else if (num(TA43) == 1) {
+        pay(net, rounded_by_tens(net));
+    } else {
+        pay(net, rounded_up(net));
+    }
+}
+
+void net_pay_block() {
+    MXLIBRERIA::TRACCIA("NETTO");
+    if (num(Q274) != 0 || num(P031) != 0) {
+        settle_flags_and_sums();
+        bonus_steps();
+        fixed_net_adjustment();
+        advance_on_the_net();
+    }
+    flat_tax_at_source();
+    net_and_rounding();
+    NZCedLibPaga::closing_step_net();
+}
+
+void cumulative_method() {
+    if (num(T184) != 1 || tax_state.ConguaglioAnnuale) {
+        return;
+    }
+    tax_state.ImponibileCorrente = num(P256) + num(Q013);
+    ModSWCALB::CALCIMPOSTA();
+    tax_state.PrimaPassata = 0;
+    const double tax = std::max(
+        0.0, tax_state.ImpostaLorda - tax_state.tax_credit - ModSWCALB::sum_of_deductions());
+    const double withheld = num(Q014) + num(Q515);
+    if (withheld > tax) {
+        const double difference = withheld - tax;
+        if (num(Q023) == 1) {
+            scrivi(Q023, difference);
+        } else {
+            scrivi(Q022, difference);
+            aggiungi(P241, num(Q022));
+        }
+    } else {
+        scrivi(Q021, arrotonda(tax - withheld));
+        aggiungi(P259, num(Q021));
+    }
+    scrivi(Q014, tax);
+}
+
+}  // namespace ModSwCalm2

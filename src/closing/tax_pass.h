@@ -1,12 +1,13 @@
 #pragma once
-// The general contribution and tax pass of the closing (P168 = 0).
+// The general contribution and tax pass of the closing (P168 = 0), and the phases that the
+// entertainers' pass shares with it.
 
 namespace ModSwCalm2 {
 
 void TFRETASSAZIONESEPARATA();
 
-/// The phases that the entertainers' pass shares with the general one: from relief on premiums to
-/// the days of the year (phases 7 to 20).
+/// From the parts shown on the slip to the days of the year: relief on premiums, contributions into
+/// the deductions, separate taxation, month's taxable and tax, termination, severance.
 void tax_and_termination_phases();
 
 }  // namespace ModSwCalm2

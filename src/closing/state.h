@@ -1,0 +1,14 @@
+#pragma once
+// State of the closing, put back to the defaults when a closing opens.
+
+namespace ModSwCalm2 {
+
+struct ClosingState {
+    double period_factor = 1;      ///< whole instalment factor of a collaborator, 1 for others
+    double surtax_instalments = 0;  ///< surtax instalments of the month, in euro
+    double fund_contribution = 0;  ///< employee's share to the pension fund inside Q224
+    double separate_contributions = 0;  ///< contributions on P244 and P245, inside Q224
+};
+extern ClosingState closing;
+
+}  // namespace ModSwCalm2
