@@ -24,8 +24,8 @@ namespace ModSwCalm2 {
 using namespace MXREPOSITORY;
 using ModSWCALB::tax_state;
 using ModSWCALM::company_is;
-using ModSWCALM::slip;
 using ModSWCALM::recompute_percentage_items;
+using ModSWCALM::slip;
 using MXLIBRERIA::period;
 using MXLIBRERIA::TRACCIA;
 
@@ -179,7 +179,8 @@ void CALCOLACHIUSURA() {
     if (tax_state.ConguaglioAnnuale) {
         year_end_block();
     }
-    // The settlement and what a leaver gets still moved gross and deductions: the net is taken again.
+    // The settlement and what a leaver gets still moved gross and deductions: the net is taken
+    // again.
     net_and_rounding();
 }
 

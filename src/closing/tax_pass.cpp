@@ -85,8 +85,8 @@ void complete_contributions() {
     }
 }
 
-/// Company rule T187: a relief, in percent of the contributions of items 1 to 6 (P189) and of item 7
-/// (P190), at the rates of cells 9 and 10.
+/// Company rule T187: a relief, in percent of the contributions of items 1 to 6 (P189) and of item
+/// 7 (P190), at the rates of cells 9 and 10.
 void contribution_relief_T187() {
     if (num(T187) != 1) {
         return;
@@ -127,29 +127,25 @@ void slip_parts() {
 
 // ---- Separate taxation ----
 
-/// Factor from a month to the year: 12, or the instalments of CALC13; a collaborator with 1 to 11
-/// instalments: 12 over the instalments, the month standing for that many months.
-struct YearFactor {
-    double to_year = 12;
-    double to_month = 12;
-};
-
-YearFactor year_factor() {
+/// How many such payments make a year: 12, or the instalments of CALC13. A collaborator with 1 to
+/// 11 instalments is paid for 12 / P090 months at once.
+double payments_of_the_year() {
     if (num(P447) == 1) {
         const double instalments = num(P090);
-        if (instalments >= 1 && instalments <= 11) {
-            const double months = 12 / instalments;
-            return {12 / months, 12 / months};
-        }
-        return {};
-    }
-    if (num(P168) != 0) {
-        const std::string kind = rifilato(P330);
-        const double periods = kind == "1" ? 24 : kind == "2" ? 52 : kind == "3" ? 365 : 12;
-        return {periods, periods};
+        const double months = instalments >= 1 && instalments <= 11 ? 12 / instalments : 1;
+        return 12 / months;
     }
     const double instalments = ModSWCALM::CALC13();
-    return instalments != 0 ? YearFactor{instalments, instalments} : YearFactor{};
+    return instalments != 0 ? instalments : 12;
+}
+
+/// The same for amounts under separate taxation: entertainers by the kind of their pay (P330).
+double separate_payments_of_the_year() {
+    if (num(P168) == 0) {
+        return payments_of_the_year();
+    }
+    const std::string kind = rifilato(P330);
+    return kind == "1" ? 24 : kind == "2" ? 52 : kind == "3" ? 365 : 12;
 }
 
 double contributions_on(double amount) {
@@ -189,12 +185,12 @@ void separate_taxation(const Descriptor& field) {
     if (tax_state.ConguaglioAnnuale || num(T184) == 1) {
         return;
     }
-    const YearFactor factor = year_factor();
+    const double payments = separate_payments_of_the_year();
     tax_state.PrimaPassata = 0;
-    tax_state.ImponibileCorrente = num(field) * factor.to_year;
+    tax_state.ImponibileCorrente = num(field) * payments;
     ModSWCALB::CALCIMPOSTA();
     tax_state.PrimaPassata = 1;
-    aggiungi(P257, tax_state.ImpostaLorda / factor.to_month);
+    aggiungi(P257, tax_state.ImpostaLorda / payments);
 }
 
 void severance_in_packet() {
@@ -242,14 +238,14 @@ bool withholds_by_month() {
 }
 
 void gross_tax_of_the_month() {
-    const YearFactor factor = year_factor();
-    tax_state.ImponibileCorrente = num(P256) * factor.to_year;
+    const double payments = payments_of_the_year();
+    tax_state.ImponibileCorrente = num(P256) * payments;
     ModSWCALB::CALCIMPOSTA();
     tax_state.PrimaPassata = 0;
     if (num(P090) == 12 && num(P287) != 0) {
         tax_state.ImpostaLorda = tax_state.ImponibileCorrente * num(P287) / 100;
     }
-    aggiungi(P257, tax_state.ImpostaLorda / factor.to_month);
+    aggiungi(P257, tax_state.ImpostaLorda / payments);
 }
 
 void net_tax_of_the_month() {

@@ -49,9 +49,8 @@ void collaborator_sums() {
 /// Accident insurance of collaborators: a wage above the monthly limit counts up to it (F345, F346
 /// a year; D.Lgs. 38/2000, art. 5), under the class of P032.
 void collaborator_accident_limits() {
-    const double months = std::max(1.0, num(P447) == 1 && num(P090) >= 1 && num(P090) <= 11
-                                            ? Int(12 / num(P090))
-                                            : 1.0);
+    const double months = std::max(
+        1.0, num(P447) == 1 && num(P090) >= 1 && num(P090) <= 11 ? Int(12 / num(P090)) : 1.0);
     const double wage = num(P240);
     double counted = 0;
     for (const double yearly_limit : {num(F345), num(F346)}) {
