@@ -252,4 +252,70 @@ inline constexpr Text kVersion{Kind::tool, "VELMOR "};
 inline constexpr Text kUnknownArgument{Kind::tool,
                                        "velmor: argomento non previsto (vedi --help): "};
 
+// The slip as nzutil shows it
+inline constexpr Text kSlipTitle{Kind::tool, "CEDOLINO PAGA"};
+inline constexpr Text kSlipAdditional{Kind::tool, "(MENSILITA' AGGIUNTIVA)"};
+inline constexpr Text kSlipAgreement{Kind::tool, "Contratto "};
+inline constexpr Text kSlipLevel{Kind::tool, " livello "};
+inline constexpr Text kSlipCompanyTaxCode{Kind::tool, "Codice fiscale "};
+inline constexpr Text kSlipTaxCode{Kind::tool, "Codice fiscale "};
+inline constexpr Text kSlipHired{Kind::tool, "Assunzione "};
+inline constexpr Text kSlipLeft{Kind::tool, "Cessazione "};
+inline constexpr Text kSlipMonthlyPay{Kind::tool, "Retribuzione mensile"};
+inline constexpr Text kSlipHourlyPay{Kind::tool, "Retribuzione oraria"};
+inline constexpr Text kSlipDays{Kind::tool, "Giorni retribuiti"};
+inline constexpr Text kSlipTaxDays{Kind::tool, "Giorni di detrazione"};
+inline constexpr Text kSlipDescription{Kind::tool, "DESCRIZIONE"};
+inline constexpr Text kSlipQuantity{Kind::tool, "QUANTITA'"};
+inline constexpr Text kSlipRate{Kind::tool, "VALORE"};
+inline constexpr Text kSlipEarnings{Kind::tool, "COMPETENZE"};
+inline constexpr Text kSlipDeductions{Kind::tool, "TRATTENUTE"};
+inline constexpr Text kSlipAllowance{Kind::tool, "Assegno nucleo familiare"};
+inline constexpr Text kSlipBonus{Kind::tool, "Trattamento integrativo"};
+inline constexpr Text kSlipIntegrativeSum{Kind::tool, "Somma integrativa"};
+inline constexpr Text kSlipOneOff{Kind::tool, "Indennita' una tantum"};
+inline constexpr Text kSlipLargeFamily{Kind::tool, "Detrazione famiglie numerose"};
+inline constexpr Text kSlipRefund{Kind::tool, "Irpef a rimborso conguaglio"};
+inline constexpr Text kSlipContributions{Kind::tool, "Contributi previdenziali"};
+inline constexpr Text kSlipIncomeTax{Kind::tool, "Irpef del mese"};
+inline constexpr Text kSlipTaxDue{Kind::tool, "Irpef da conguaglio"};
+inline constexpr Text kSlipFlatTax{Kind::tool, "Ritenuta d'acconto"};
+inline constexpr Text kSlipReliefTax{Kind::tool, "Imposta sostitutiva premi"};
+inline constexpr Text kSlipRegional{Kind::tool, "Rata addizionale regionale"};
+inline constexpr Text kSlipMunicipal{Kind::tool, "Rata addizionale comunale"};
+inline constexpr Text kSlipMunicipalAdvance{Kind::tool, "Rata acconto comunale"};
+inline constexpr Text kSlipBonusBack{Kind::tool, "Restituzione trattamento int."};
+inline constexpr Text kSlipRoundingIn{Kind::tool, "Arrotondamento precedente"};
+inline constexpr Text kSlipRoundingOut{Kind::tool, "Arrotondamento del mese "};
+inline constexpr Text kSlipWage{Kind::tool, "Imponibile contributivo"};
+inline constexpr Text kSlipTaxable{Kind::tool, "Imponibile fiscale"};
+inline constexpr Text kSlipGrossTax{Kind::tool, "Irpef lorda"};
+inline constexpr Text kSlipEmploymentDeduction{Kind::tool, "Detrazione lavoro dip."};
+inline constexpr Text kSlipFurtherDeduction{Kind::tool, "Ulteriore detrazione"};
+inline constexpr Text kSlipSpouse{Kind::tool, "Detrazione coniuge"};
+inline constexpr Text kSlipChildren{Kind::tool, "Detrazione figli"};
+inline constexpr Text kSlipOthers{Kind::tool, "Detrazione altri familiari"};
+inline constexpr Text kSlipRegionalYear{Kind::tool, "Addizionale regionale anno"};
+inline constexpr Text kSlipMunicipalYear{Kind::tool, "Addizionale comunale anno"};
+inline constexpr Text kSlipSeveranceWage{Kind::tool, "Retribuzione utile TFR"};
+inline constexpr Text kSlipSeveranceYear{Kind::tool, "TFR maturato nell'anno"};
+inline constexpr Text kSlipYearToDate{Kind::tool, "PROGRESSIVI ANNO"};
+inline constexpr Text kSlipTaxWithheld{Kind::tool, "Irpef trattenuta"};
+inline constexpr Text kSlipTotalEarnings{Kind::tool, "Totale competenze "};
+inline constexpr Text kSlipTotalDeductions{Kind::tool, "Totale trattenute "};
+inline constexpr Text kSlipNet{Kind::tool, "NETTO IN BUSTA EURO "};
+inline constexpr Text kSlipNegativeNet{Kind::tool, "Da trattenere sul prossimo cedolino "};
+inline constexpr std::array<Text, 12> kMonths{{{Kind::tool, "GENNAIO"},
+                                               {Kind::tool, "FEBBRAIO"},
+                                               {Kind::tool, "MARZO"},
+                                               {Kind::tool, "APRILE"},
+                                               {Kind::tool, "MAGGIO"},
+                                               {Kind::tool, "GIUGNO"},
+                                               {Kind::tool, "LUGLIO"},
+                                               {Kind::tool, "AGOSTO"},
+                                               {Kind::tool, "SETTEMBRE"},
+                                               {Kind::tool, "OTTOBRE"},
+                                               {Kind::tool, "NOVEMBRE"},
+                                               {Kind::tool, "DICEMBRE"}}};
+
 }  // namespace texts

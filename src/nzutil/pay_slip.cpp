@@ -1,0 +1,261 @@
+#include "nzutil/pay_slip.h"
+
+#include <array>
+#include <cmath>
+#include <string_view>
+
+#include "calc/slip_lines.h"
+#include "files/logical_files.h"
+#include "records/dictionary/CONX.h"
+#include "records/dictionary/DIPX.h"
+#include "records/dictionary/DITX.h"
+#include "records/dictionary/FOTX.h"
+#include "records/fields.h"
+#include "records/numbers.h"
+#include "run/period.h"
+#include "texts/texts.h"
+
+namespace nzutil {
+
+using namespace MXREPOSITORY;
+using MXLIBRERIA::period;
+
+namespace {
+
+using Lines = std::vector<std::string>;
+
+/// "1908.75" as "1.908,75".
+std::string italian(double value, int decimals = 2) {
+    std::string text = arrotondato_testo(std::abs(value), decimals);
+    const std::size_t point = text.find('.');
+    text[point] = ',';
+    for (std::size_t i = point; i > 3; i -= 3) {
+        text.insert(i - 3, 1, '.');
+    }
+    return arrotonda(value, decimals) < 0 ? "-" + text : text;
+}
+
+std::string right(std::string_view text, std::size_t width) {
+    return text.size() >= width ? std::string(text)
+                                : std::string(width - text.size(), ' ').append(text);
+}
+
+std::string date(const Descriptor& field) {
+    const std::string digits = testo(field);
+    if (valore(digits) == 0 || digits.size() != 8) {
+        return {};
+    }
+    return digits.substr(0, 2) + "/" + digits.substr(2, 2) + "/" + digits.substr(4);
+}
+
+void rule(Lines& lines) {
+    lines.emplace_back(kSlipWidth, '-');
+}
+
+/// Text at the left, text at the right end of the same line.
+void both_ends(Lines& lines, const std::string& left, const std::string& end) {
+    const std::size_t room = kSlipWidth - std::min(kSlipWidth, end.size());
+    lines.push_back(a_sinistra(left, room) + end);
+}
+
+/// One labelled amount.
+struct Figure {
+    const texts::Text* label;
+    double amount;
+};
+
+/// Labelled amounts in two columns; those that are 0 are left out.
+void figures(Lines& lines, std::initializer_list<Figure> list) {
+    constexpr std::size_t kColumn = kSlipWidth / 2 - 1;
+    constexpr std::size_t kAmount = 13;
+    std::string line;
+    for (const Figure& figure : list) {
+        if (figure.amount == 0) {
+            continue;
+        }
+        const std::string cell = a_sinistra(figure.label->bytes(), kColumn - kAmount) +
+                                 right(italian(figure.amount), kAmount);
+        if (line.empty()) {
+            line = cell + "  ";
+        } else {
+            lines.push_back(line + cell);
+            line.clear();
+        }
+    }
+    if (!line.empty()) {
+        lines.push_back(rifila_destra(line));
+    }
+}
+
+// ---- Head ----
+
+std::string period_title() {
+    return texts::kMonths.at(static_cast<std::size_t>(period.month() - 1)).bytes() + " " +
+           period.year_text() +
+           (period.additional() ? " " + texts::kSlipAdditional.bytes() : std::string());
+}
+
+std::string employee_code() {
+    const std::string code = testo(P001);
+    return code.substr(0, 3) + "-" + code.substr(3, 3) + "-" + code.substr(6);
+}
+
+std::string agreement() {
+    const double record = num(P331);
+    if (record == 0 || MXLIBRERIA::LEGGIREC(71, record) == 1) {
+        return {};
+    }
+    area(Area::CONX) = MXLIBRERIA::record_buffer(71);
+    return texts::kSlipAgreement.bytes() + testo_numero(record) + texts::kSlipLevel.bytes() +
+           testo_numero(num(P332) == 0 ? 1 : num(P332));
+}
+
+void head(Lines& lines) {
+    both_ends(lines, rifilato(T002) + " " + rifilato(T003),
+              texts::kSlipTitle.bytes() + " " + period_title());
+    both_ends(lines,
+              rifilato(T004) + " " + rifilato(T005) + " " + rifilato(T006) + " " + rifilato(T007),
+              texts::kSlipCompanyTaxCode.bytes() + rifilato(T013));
+    rule(lines);
+    both_ends(lines, employee_code() + "  " + rifilato(P002) + " " + rifilato(P003),
+              texts::kSlipTaxCode.bytes() + rifilato(P004));
+    std::string service = texts::kSlipHired.bytes() + date(P013);
+    if (num(P017) != 0) {
+        service += "  " + texts::kSlipLeft.bytes() + date(P017);
+    }
+    both_ends(lines, service, agreement());
+    figures(lines, {{&texts::kSlipMonthlyPay, num(P209)},
+                    {&texts::kSlipHourlyPay, num(P208)},
+                    {&texts::kSlipDays, num(P201)},
+                    {&texts::kSlipTaxDays, num(P215)}});
+    rule(lines);
+}
+
+// ---- Lines ----
+
+constexpr std::size_t kDescriptionWidth = 32;
+constexpr std::size_t kQuantityWidth = 11;
+constexpr std::size_t kRateWidth = 15;
+constexpr std::size_t kAmountWidth = 13;
+
+void line_of(Lines& lines, const std::string& code, const std::string& description,
+             const std::string& quantity, const std::string& rate, double earning,
+             double deduction) {
+    std::string text = code + " " + a_sinistra(description, kDescriptionWidth) +
+                       right(quantity, kQuantityWidth) + right(rate, kRateWidth);
+    text += right(earning == 0 ? "" : italian(earning), kAmountWidth);
+    text += right(deduction == 0 ? "" : italian(deduction), kAmountWidth);
+    lines.push_back(rifila_destra(text));
+}
+
+void item_lines(Lines& lines) {
+    ModSWCALM::load_slip_table();
+    ModSWCALM::walk_lines([&lines](int, int code, const std::string& line) {
+        const double quantity = valore(ritaglia(line, 5, 13)) / (num(Z016) == 7 ? 1 : 100);
+        const double rate = valore(ritaglia(line, 18, 13)) / 100000;
+        const double amount = num(Z016) == 7 ? 0 : quantity * rate;
+        const bool earning = num(Z011) == 0;
+        const bool deduction = num(Z011) == 1;
+        line_of(lines, zeri_a_sinistra(std::to_string(code), 3), testo(Z002), italian(quantity),
+                rate == 0 ? "" : italian(rate, 5), earning ? amount : 0, deduction ? amount : 0);
+        return true;
+    });
+}
+
+/// What the closing adds to the lines, earnings and deductions, in the order of the slip.
+struct ClosingLine {
+    const texts::Text* label;
+    Descriptor field;
+    bool earning;
+};
+
+constexpr std::array<ClosingLine, 20> kClosingLines{{
+    {&texts::kSlipAllowance, Q139, true},  {&texts::kSlipAllowance, Q140, true},
+    {&texts::kSlipAllowance, Q130, true},  {&texts::kSlipBonus, P022, true},
+    {&texts::kSlipBonus, Q280, true},      {&texts::kSlipIntegrativeSum, PC33, true},
+    {&texts::kSlipOneOff, QA24, true},     {&texts::kSlipLargeFamily, Q772, true},
+    {&texts::kSlipRefund, Q022, true},     {&texts::kSlipContributions, Q224, false},
+    {&texts::kSlipIncomeTax, Q137, false}, {&texts::kSlipTaxDue, Q021, false},
+    {&texts::kSlipFlatTax, P535, false},   {&texts::kSlipReliefTax, P762, false},
+    {&texts::kSlipReliefTax, P764, false}, {&texts::kSlipRegional, Q340, false},
+    {&texts::kSlipMunicipal, Q320, false}, {&texts::kSlipMunicipalAdvance, Q675, false},
+    {&texts::kSlipBonusBack, Q281, false}, {&texts::kSlipRoundingIn, Q162, false},
+}};
+
+void closing_lines(Lines& lines) {
+    for (const ClosingLine& line : kClosingLines) {
+        const double amount = num(line.field);
+        if (amount != 0) {
+            line_of(lines, "   ", line.label->bytes(), "", "", line.earning ? amount : 0,
+                    line.earning ? 0 : amount);
+        }
+    }
+}
+
+void slip_lines(Lines& lines) {
+    lines.push_back("    " + a_sinistra(texts::kSlipDescription.bytes(), kDescriptionWidth) +
+                    right(texts::kSlipQuantity.bytes(), kQuantityWidth) +
+                    right(texts::kSlipRate.bytes(), kRateWidth) +
+                    right(texts::kSlipEarnings.bytes(), kAmountWidth) +
+                    right(texts::kSlipDeductions.bytes(), kAmountWidth));
+    item_lines(lines);
+    closing_lines(lines);
+    rule(lines);
+}
+
+// ---- Bases, tax, year ----
+
+void contributions_and_tax(Lines& lines) {
+    figures(lines, {{&texts::kSlipWage, num(P240)},
+                    {&texts::kSlipContributions, num(Q224)},
+                    {&texts::kSlipTaxable, num(P256)},
+                    {&texts::kSlipGrossTax, num(P257)},
+                    {&texts::kSlipEmploymentDeduction, num(Q657)},
+                    {&texts::kSlipFurtherDeduction, num(Q277)},
+                    {&texts::kSlipSpouse, num(Q649)},
+                    {&texts::kSlipChildren, num(Q650) + num(Q652) + num(Q668) + num(Q665)},
+                    {&texts::kSlipOthers, num(Q653)},
+                    {&texts::kSlipIncomeTax, num(Q137)},
+                    {&texts::kSlipRegionalYear, num(Q342)},
+                    {&texts::kSlipMunicipalYear, num(Q343)},
+                    {&texts::kSlipSeveranceWage, num(P260)},
+                    {&texts::kSlipSeveranceYear, num(Q041)}});
+    rule(lines);
+}
+
+void year_to_date(Lines& lines) {
+    lines.push_back(texts::kSlipYearToDate.bytes());
+    figures(lines, {{&texts::kSlipWage, num(Q001)},
+                    {&texts::kSlipContributions, num(Q005)},
+                    {&texts::kSlipTaxable, num(Q013)},
+                    {&texts::kSlipTaxWithheld, num(Q014)},
+                    {&texts::kSlipEmploymentDeduction, num(Q656)},
+                    {&texts::kSlipTaxDays, num(Q659)}});
+    rule(lines);
+}
+
+void net(Lines& lines) {
+    both_ends(lines, texts::kSlipTotalEarnings.bytes() + italian(num(P241)), "");
+    both_ends(lines, texts::kSlipTotalDeductions.bytes() + italian(num(P259)),
+              texts::kSlipNet.bytes() + right(italian(num(Q173)), kAmountWidth));
+    if (num(Q163) != 0) {
+        const bool owed = num(Q173) == 0;
+        both_ends(lines, "",
+                  (owed ? texts::kSlipNegativeNet : texts::kSlipRoundingOut).bytes() +
+                      right(italian(num(Q163)), kAmountWidth));
+    }
+}
+
+}  // namespace
+
+std::vector<std::string> pay_slip_lines() {
+    Lines lines;
+    head(lines);
+    slip_lines(lines);
+    contributions_and_tax(lines);
+    year_to_date(lines);
+    net(lines);
+    return lines;
+}
+
+}  // namespace nzutil
