@@ -148,27 +148,6 @@ double separate_payments_of_the_year() {
     return kind == "1" ? 24 : kind == "2" ? 52 : kind == "3" ? 365 : 12;
 }
 
-double contributions_on(double amount) {
-    struct Item {
-        Descriptor switched;
-        std::size_t cell;
-        bool only_with_P040;
-    };
-    static constexpr std::array<Item, 6> kItems{{{P181, 1, false},
-                                                 {P183, 3, false},
-                                                 {P188, 8, false},
-                                                 {P185, 5, true},
-                                                 {P186, 6, true},
-                                                 {P182, 2, true}}};
-    double sum = 0;
-    for (const Item& item : kItems) {
-        if (!item.only_with_P040 || num(P040) != 0) {
-            sum += amount * slip.PCTCONTR[item.cell] * num(item.switched) / 100;
-        }
-    }
-    return arrotonda(sum);
-}
-
 /// An amount under separate taxation: its contributions off, then its tax as twelve such amounts.
 /// Months and deductions are not counted here. On an adjusting slip the year's tax covers it.
 void separate_taxation(const Descriptor& field) {

@@ -6,6 +6,7 @@
 #include "calc/slip.h"
 #include "closing/allowances.h"
 #include "closing/closing.h"
+#include "closing/contributions.h"
 #include "records/dictionary/DIPX.h"
 #include "records/dictionary/DITX.h"
 #include "records/dictionary/FISX.h"
@@ -13,12 +14,10 @@
 #include "records/numbers.h"
 #include "run/period.h"
 #include "run/trace.h"
-#include "texts/texts.h"
 
 namespace ModSwCalm2 {
 
 using namespace MXREPOSITORY;
-using ModSWCALM::run_tables;
 using ModSWCALM::slip;
 using MXLIBRERIA::period;
 
@@ -71,15 +70,8 @@ void collaborator_accident_limits() {
 
 /// A collaborator above the ceiling of the fixed data (F421) goes to the control list.
 void collaborator_ceiling_list() {
-    if (num(F421) == 0 || num(F421) >= num(Q680)) {
-        return;
-    }
-    const double next = run_tables.list_9999_count + 1;
-    if (next < static_cast<double>(run_tables.list_9999.size())) {
-        run_tables.list_9999_count = next;
-        run_tables.list_9999[static_cast<std::size_t>(next)] =
-            testo(P001) + "-" + rifilato(P002) + " " + rifilato(P003) +
-            texts::kOverCeiling.bytes() + formato_importo(num(Q680));
+    if (num(F421) != 0 && num(F421) < num(Q680)) {
+        list_above_ceiling(num(F421));
     }
 }
 

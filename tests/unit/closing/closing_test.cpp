@@ -240,7 +240,7 @@ TEST_F(ClosingTest, CollaboratorAboveTheCeilingGoesToTheControlList) {
     year_to_date_block();
     EXPECT_EQ(ModSWCALM::run_tables.list_9999_count, 1);
     EXPECT_EQ(ModSWCALM::run_tables.list_9999[1],
-              "0010000007-BIANCHI ANNA HA SUPERATO IL MASSIMALE DI E.600.00");
+              "0010000007-BIANCHI ANNA HA SUPERATO IL MASSIMALE DI E.500.00");
 }
 
 TEST_F(ClosingTest, AMonthAlreadyCalculatedIsDropped) {
