@@ -229,21 +229,6 @@ constexpr std::array<FundPeriods, 5> kFundPeriods{{
     {6, "07"},
 }};
 
-bool fund_period_starts() {
-    const auto* row =
-        std::find_if(kFundPeriods.begin(), kFundPeriods.end(),
-                     [](const FundPeriods& periods) { return periods.R051 == num(R051); });
-    if (row == kFundPeriods.end()) {
-        return false;
-    }
-    for (std::size_t position = 1; position < row->months.size(); position += 2) {
-        if (ritaglia(row->months, position, 2) == period.month_text()) {
-            return true;
-        }
-    }
-    return false;
-}
-
 void clear_fund_deduction() {
     if (period.month() == 1) {
         svuota({Q314});
@@ -252,7 +237,7 @@ void clear_fund_deduction() {
     if (num(P281) == 1) {
         svuota({P268});
     }
-    if (fund_period_starts() && num(P268) <= 0) {
+    if (fund_period_starts(num(R051), period.month()) && num(P268) <= 0) {
         svuota({Q314});
     }
 }
@@ -292,6 +277,21 @@ void walk_entry(const Entry& entry, double& last_company) {
 }
 
 }  // namespace
+
+bool fund_period_starts(double frequency, int month) {
+    const auto* row =
+        std::find_if(kFundPeriods.begin(), kFundPeriods.end(),
+                     [frequency](const FundPeriods& periods) { return periods.R051 == frequency; });
+    if (row == kFundPeriods.end()) {
+        return false;
+    }
+    for (std::size_t position = 1; position < row->months.size(); position += 2) {
+        if (valore(ritaglia(row->months, position, 2)) == month) {
+            return true;
+        }
+    }
+    return false;
+}
 
 std::size_t count_selection() {
     std::size_t count = 0;

@@ -18,4 +18,8 @@ void first_walk();
 /// Entries of the selection in front of its end.
 [[nodiscard]] std::size_t count_selection();
 
+/// Does a period of the fund's contribution start in the month (1 to 12)? `frequency` is R051:
+/// 1 monthly, 2 every two months, 3 quarterly, 4 every four months, 6 half-yearly; others never.
+[[nodiscard]] bool fund_period_starts(double frequency, int month);
+
 }  // namespace ModSWCALM

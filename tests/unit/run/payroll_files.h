@@ -1,0 +1,99 @@
+#pragma once
+// The files that a walk of the selection touches, with one company, its sector and two employees.
+
+#include <string>
+
+#include "files/isam.h"
+#include "files/logical_files.h"
+#include "records/dictionary/DICX.h"
+#include "records/dictionary/DIPX.h"
+#include "records/dictionary/DITX.h"
+#include "records/dictionary/SETX.h"
+#include "records/fields.h"
+#include "tests/support/installation.h"
+#include "tests/support/record_areas.h"
+
+namespace run_tests {
+
+inline constexpr std::size_t kCompanyLength = 6600;
+inline constexpr std::size_t kEmployeeLength = 16600;
+inline constexpr std::size_t kSectorLength = 1400;
+inline constexpr std::size_t kMonthsLength = 7800;
+inline constexpr std::size_t kYearlyLength = 3100;
+inline constexpr std::size_t kKeyWidth = 10;
+
+/// A record with some fields set; the others empty.
+class Record {
+  public:
+    Record(MXREPOSITORY::Area area, std::size_t length)
+        : text_(test_support::empty_record(area, length)) {}
+    Record& set(const MXREPOSITORY::Descriptor& field, double value, int occurrence = 0) {
+        MXREPOSITORY::SCRIVICAMPONUM(field, value, static_cast<std::int16_t>(occurrence), text_);
+        return *this;
+    }
+    Record& set(const MXREPOSITORY::Descriptor& field, std::string value) {
+        MXREPOSITORY::SCRIVICAMPO(field, value, 0, text_);
+        return *this;
+    }
+    [[nodiscard]] const std::string& text() const { return text_; }
+
+  private:
+    std::string text_;
+};
+
+inline double value_of(const MXREPOSITORY::Descriptor& field, const std::string& record,
+                       int occurrence = 0) {
+    return MXREPOSITORY::LEGGICAMPONUM(field, static_cast<std::int16_t>(occurrence), record);
+}
+inline std::string text_of(const MXREPOSITORY::Descriptor& field, const std::string& record) {
+    return MXREPOSITORY::LEGGICAMPO(field, 0, record);
+}
+
+/// Employee n of company 1: code 001001000n, born to be changed by the test.
+inline Record employee(int n) {
+    Record record(MXREPOSITORY::Area::DIPX, kEmployeeLength);
+    record.set(MXREPOSITORY::P001, "001001000" + std::to_string(n))
+        .set(MXREPOSITORY::P002, "ROSSI")
+        .set(MXREPOSITORY::P003, "MARIA");
+    return record;
+}
+
+inline Record company(int n) {
+    Record record(MXREPOSITORY::Area::DITX, kCompanyLength);
+    record.set(MXREPOSITORY::T001, n)
+        .set(MXREPOSITORY::T002, "DITTA DI PROVA")
+        .set(MXREPOSITORY::T067, 1);
+    return record;
+}
+
+/// Entry of the selection.
+inline std::string entry(const std::string& company, const std::string& employee) {
+    return company + "000" + employee;
+}
+inline const std::string kEnd = "9999999999";
+
+/// Defines and fills the files of a walk: company 1 of sector 1, employees 1 and 2 with their
+/// twelve-month tables, an empty index of before-images.
+inline void define_payroll(test_support::Installation& installation) {
+    using MXREPOSITORY::Area;
+    installation.define(1, "NZDIT.DAT", kCompanyLength);
+    installation.define(2, "NZDIP.DAT", kEmployeeLength);
+    installation.define(5, "NZSEL.DAT", 200);
+    installation.define(6, "NZPER.DAT", 20);
+    installation.define(8, "NZSET.DAT", kSectorLength);
+    installation.define(16, "NZSEMA.DAT", 2000);
+    installation.define(35, "NZDIPA.DAT", kEmployeeLength);
+    installation.define(36, "NZDIPA.IND", (kKeyWidth + 7) * 128);
+    installation.define(97, "NZDIC.DAT", kMonthsLength);
+    installation.put(1, 1, company(1).text());
+    installation.put(2, 1, employee(1).text());
+    installation.put(2, 2, employee(2).text());
+    installation.put(8, 1, Record(Area::SETX, kSectorLength).text());
+    installation.put(97, 1, Record(Area::DICX, kMonthsLength).text());
+    installation.put(97, 2, Record(Area::DICX, kMonthsLength).text());
+    MXLIBRERIA::FAIOPEN(36);
+    static_cast<void>(MXLIBRERIA::ISAM(36, "", MXLIBRERIA::kIsamEmpty, 0));
+    MXLIBRERIA::CHIUDI(0);
+}
+
+}  // namespace run_tests
