@@ -11,6 +11,7 @@
 #include "platform/failure.h"
 #include "platform/registry.h"
 #include "records/dictionary/FISX.h"
+#include "records/numbers.h"
 #include "run/form.h"
 #include "run/load_environment.h"
 #include "run/period.h"
@@ -67,7 +68,7 @@ class StartUp : public ::testing::Test {
         installation.define(430, "NZREG.TXT", 100);
         set_yearly(Record(Area::FISX, kYearlyLength));
         installation.put(55, 1, std::string(34, 'x') + "001234");
-        installation.put(395, 1, "Studio Perci\xF2 & Figli            90000000066");
+        installation.put(395, 1, a_sinistra("Studio Perci\xF2 & Figli", 30) + "90000000066");
         set_period("310520244");
         // A run that gets as far as the walk stops there: the employee does not exist.
         installation.put(5, 1, entry("001", "0099") + kEnd);
