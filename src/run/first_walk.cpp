@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <string>
 #include <string_view>
 
+#include "calc/selection.h"
 #include "calc/slip.h"
 #include "files/isam.h"
 #include "files/logical_files.h"
@@ -34,39 +36,11 @@ namespace {
 
 constexpr double kCompanies = 1;
 constexpr double kEmployees = 2;
-constexpr double kSelection = 5;
 constexpr double kSectors = 8;
 constexpr double kBeforeImages = 35;
 constexpr double kBeforeImageIndex = 36;
 constexpr double kMonths = 97;
 constexpr double kNone = -1;
-
-// ---- Selection ----
-
-constexpr std::size_t kEntryWidth = 10;
-constexpr std::size_t kLastEntry = 191;
-constexpr std::string_view kEndOfSelection = "9999999999";
-
-/// One entry: record numbers of company and employee.
-struct Entry {
-    double company = 0;
-    double employee = 0;
-};
-
-/// Calls `visit` for each entry up to the end mark or the end of the file.
-template <class Visit>
-void walk_selection(Visit visit) {
-    for (double record = 1; LEGGIREC(kSelection, record) != 1; ++record) {
-        const std::string entries = record_buffer(kSelection);
-        for (std::size_t position = 1; position <= kLastEntry; position += kEntryWidth) {
-            const std::string_view entry = ritaglia(entries, position, kEntryWidth);
-            if (entry == kEndOfSelection) {
-                return;
-            }
-            visit(Entry{valore(ritaglia(entry, 1, 3)), valore(ritaglia(entry, 7, 4))});
-        }
-    }
-}
 
 // ---- Loading company and employee ----
 
@@ -245,23 +219,23 @@ void clear_fund_deduction() {
 // ---- One entry ----
 
 /// Brings the employee's record to where the calculation of the month starts from.
-void prepare_employee(const Entry& entry, const std::string& before_image) {
-    clear_month_cells(entry.employee);
+void prepare_employee(const SelectionEntry& entry, const std::string& before_image) {
+    clear_month_cells(entry.employee_record);
     open_year();
     area(Area::FOPX).clear();
     ModSwCalm2::AZZERACONTRIBUTOFP(period.month());
     keep_before_image(before_image);
     clear_fund_deduction();
     ModSwCalm2::INCREMENTAMESIFP();
-    SCRIVIREC(kEmployees, entry.employee, as_record(kEmployees, area(Area::DIPX)));
+    SCRIVIREC(kEmployees, entry.employee_record, as_record(kEmployees, area(Area::DIPX)));
 }
 
-void walk_entry(const Entry& entry, double& last_company) {
+void walk_entry(const SelectionEntry& entry, double& last_company) {
     if (!load_company(entry.company, last_company)) {
         plain_box(texts::kMissingCompany, testo_numero(entry.company));
         return;
     }
-    load_employee(entry.employee);
+    load_employee(entry.employee_record);
     mark_earlier_leaver();
     load_sector();
     set_monthly_payments();
@@ -293,21 +267,16 @@ bool fund_period_starts(double frequency, int month) {
     return false;
 }
 
-std::size_t count_selection() {
-    std::size_t count = 0;
-    walk_selection([&count](const Entry&) { ++count; });
-    return count;
-}
-
 void first_walk() {
     TRACCIA("PRIMOGIRO");
-    const std::size_t total = count_selection();
+    const std::size_t total = Selection::count();
     std::size_t done = 0;
     double last_company = kNone;
-    walk_selection([&](const Entry& entry) {
-        walk_entry(entry, last_company);
+    Selection selection;
+    while (const std::optional<SelectionEntry> entry = selection.next()) {
+        walk_entry(*entry, last_company);
         platform::window().progress(++done, total);
-    });
+    }
 }
 
 }  // namespace ModSWCALM
