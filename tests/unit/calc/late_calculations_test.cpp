@@ -1,0 +1,170 @@
+#include "tests/support/logical_files.h"
+#include "tests/unit/calc/slip_test_base.h"
+
+namespace ModSWCALM {
+namespace {
+
+using namespace MXREPOSITORY;
+
+class SaveResults : public SlipTest {};
+
+TEST_F(SaveResults, KeepsTheSlipForTheNextOneOfTheMonth) {
+    scrivi(P250, 1909);
+    scrivi(Q225, 175.44);
+    scrivi(P256, 1733.31);
+    scrivi(Q137, 180.46);
+    scrivi(Q173, 1553);
+    scrivi(Q163, 0.15);
+    save_results();
+    EXPECT_EQ(num(P281), 1);
+    EXPECT_EQ(num(P268), 1909);
+    EXPECT_EQ(num(P278), 1909);
+    EXPECT_EQ(num(P269), 175.44);
+    EXPECT_EQ(num(P273), 1733.31);
+    EXPECT_EQ(num(P274), 180.46);
+    EXPECT_EQ(num(P275), 1553);
+    EXPECT_EQ(num(P280), 0.15);
+}
+
+TEST_F(SaveResults, AnAdditionalSlipSavesNothing) {
+    at("310520240");
+    scrivi(P250, 1909);
+    save_results();
+    EXPECT_EQ(num(P281), 0);
+    EXPECT_EQ(num(P268), 0);
+}
+
+TEST_F(SaveResults, KeepsTheWageOfTheEarlierSlipOfTheMonthAside) {
+    scrivi(P268, 1000);
+    scrivi(P250, 1909);
+    slip.earlier_slip_this_month = true;
+    save_results();
+    EXPECT_EQ(slip.former_P268, 1000);
+    EXPECT_EQ(num(P268), 1909);
+}
+
+TEST_F(SaveResults, AWageOfAnotherMonthIsNoEarlierSlip) {
+    scrivi(P268, 1000);  // left by December
+    slip.earlier_slip_this_month = false;
+    save_results();
+    EXPECT_EQ(slip.former_P268, 0);
+}
+
+TEST_F(SaveResults, TheFormerCodeIsKeptAsideAndBlanked) {
+    scrivi(P563, "0010000009");
+    save_results();
+    EXPECT_EQ(slip.former_P563, "0010000009");
+    EXPECT_EQ(rifilato(P563), "");
+}
+
+TEST_F(SaveResults, ASettlementSlipPaysNoRevaluation) {
+    scrivi(Q040, 5);
+    scrivi(Q041, 6);
+    save_results();
+    EXPECT_EQ(num(Q040), 5);
+    scrivi(P118, 2);
+    save_results();
+    EXPECT_EQ(num(Q040), 0);
+    EXPECT_EQ(num(Q041), 0);
+}
+
+class LateCalculations : public SlipTest {
+    test_support::LogicalFiles files;  // a directory without archives
+};
+
+TEST_F(LateCalculations, TheJanuaryDifferenceGoesToItsSide) {
+    at("310120244");
+    slip.RETRIBUZIONEDIFF = 99.5;
+    late_calculations();
+    EXPECT_EQ(num(Q780), 100);  // the half rounds up
+    EXPECT_EQ(num(Q781), 0);
+    slip.RETRIBUZIONEDIFF = -99.6;
+    late_calculations();
+    EXPECT_EQ(num(Q780), 0);
+    EXPECT_EQ(num(Q781), -100);  // Int(-99.6 + 0.5)
+}
+
+TEST_F(LateCalculations, TheDifferenceOfJanuaryStaysInTheMonthsAfter) {
+    scrivi(Q780, 100);
+    late_calculations();
+    EXPECT_EQ(num(Q780), 100);
+}
+
+TEST_F(LateCalculations, TheTaxableGoesToItsClass) {
+    scrivi(P938, 1);
+    scrivi(P256, 1733.5);
+    scrivi(Q094, 1000);
+    for (int by_class = 1; by_class <= 9; ++by_class) {
+        scrivi(P032, by_class);
+        late_calculations();
+        EXPECT_EQ(num(dopo(Q205, by_class - 1)), 1733.5) << by_class;
+    }
+    EXPECT_EQ(num(Q204), 1733.5);
+    EXPECT_EQ(num(Q094), 1000 + 9 * 1734);
+}
+
+TEST_F(LateCalculations, OnlyP938KeepsTheTaxableByClass) {
+    scrivi(P256, 1733.5);
+    scrivi(P032, 1);
+    late_calculations();
+    EXPECT_EQ(num(Q204), 0);
+    EXPECT_EQ(num(Q205), 0);
+}
+
+TEST_F(LateCalculations, TheContractPayTakesTheBaseByTheHourWithHourlyElements) {
+    scrivi(P058, 2);
+    scrivi(P355, 1);
+    scrivi(P059, 50);  // no element of it
+    scrivi(P069, 1730);
+    late_calculations();
+    EXPECT_EQ(num(P617), 13);  // 2 + 1 + 1730 / 173
+    scrivi(P050, 1);
+    late_calculations();
+    EXPECT_EQ(num(P617), 1733);
+}
+
+TEST_F(LateCalculations, SuspendedTaxLeavesTheTaxPaidOnceTheSuspensionHasEnded) {
+    slip.ordinary_worker = true;
+    scrivi(Q014, 500);
+    scrivi(Q801, 200);
+    scrivi(P792, 1);
+    late_calculations();
+    EXPECT_EQ(num(Q014), 500);
+    scrivi(P792, 0);
+    late_calculations();
+    EXPECT_EQ(num(Q014), 300);
+    scrivi(Q014, 200);  // nothing would be left
+    late_calculations();
+    EXPECT_EQ(num(Q014), 200);
+    slip.ordinary_worker = false;
+    scrivi(Q014, 500);
+    late_calculations();
+    EXPECT_EQ(num(Q014), 500);
+}
+
+TEST_F(LateCalculations, AnAdditionalSlipKeepsItsShareOfTheFund) {
+    scrivi(Q201, 30);
+    late_calculations();
+    EXPECT_EQ(num(Q881), 0);
+    at("310520240");
+    late_calculations();
+    EXPECT_EQ(num(Q881), 30);
+}
+
+TEST_F(LateCalculations, AWaivedReliefIsCleared) {
+    scrivi(P600, 1);
+    scrivi(P748, 2);
+    scrivi(P921, 1);
+    late_calculations();
+    EXPECT_EQ(num(P600), 0);
+    EXPECT_EQ(num(P748), 0);
+}
+
+TEST_F(LateCalculations, NotesOfZerosAreBlanked) {
+    scrivi(P803, std::string(30, '0'));
+    late_calculations();
+    EXPECT_EQ(rifilato(P803), "");
+}
+
+}  // namespace
+}  // namespace ModSWCALM
