@@ -60,7 +60,7 @@ class LogicalFiles {
 
     void write_table() const {
         constexpr std::size_t kLine = 79;
-        std::string table(lengths_.rbegin()->first * kLine, ' ');
+        std::string table(static_cast<std::size_t>(lengths_.rbegin()->first) * kLine, ' ');
         for (const auto& [n, length] : lengths_) {
             std::ostringstream line;
             line << "   " << std::left << std::setw(29) << name(n) << std::right
