@@ -102,12 +102,7 @@ constexpr std::array<DatedParameter, 3> kDatedParameters{{
 }};
 
 void correct_yearly_tables() {
-    for (const DatedParameter& row : kDatedParameters) {
-        const double right = period.year() < 2013 ? row.before_2013 : row.from_2013;
-        if (num(row.field) != right) {
-            scrivi(row.field, right);
-        }
-    }
+    correct_dated_parameters();
     SCRIVIREC(kYearlyTables, 1, as_record(kYearlyTables, area(Area::FISX)));
     read_yearly_tables();
 }
@@ -123,18 +118,6 @@ bool goes_on_without_advance() {
         texts::kAdvanceTitle.bytes() + year,
         texts::kAdvanceQuestion.bytes() + year + texts::kAdvanceQuestionRest.bytes(),
         platform::Icon::information);
-}
-
-/// Revaluation percentage of the severance fund for the period, from the table's F021.
-double revaluation_of_period(double F021) {
-    constexpr double kFirstUntouchedMonth2016 = 72016;
-    if (period.year() == 2011) {
-        return F021 + 0.001165331;
-    }
-    if (period.year() == 2016 && valore(period.month_year()) < kFirstUntouchedMonth2016) {
-        return F021 == 99.9 ? 99.906629 : F021 + 0.006629;
-    }
-    return F021;
 }
 
 void prepare_by_period() {
@@ -196,6 +179,26 @@ void clear_control_lists() {
 }
 
 }  // namespace
+
+void correct_dated_parameters() {
+    for (const DatedParameter& row : kDatedParameters) {
+        const double right = period.year() < 2013 ? row.before_2013 : row.from_2013;
+        if (num(row.field) != right) {
+            scrivi(row.field, right);
+        }
+    }
+}
+
+double revaluation_of_period(double F021) {
+    constexpr double kFirstUntouchedMonth2016 = 72016;
+    if (period.year() == 2011) {
+        return F021 + 0.001165331;
+    }
+    if (period.year() == 2016 && valore(period.month_year()) < kFirstUntouchedMonth2016) {
+        return F021 == 99.9 ? 99.906629 : F021 + 0.006629;
+    }
+    return F021;
+}
 
 void MAIN() {
     TRACCIA("MAIN");

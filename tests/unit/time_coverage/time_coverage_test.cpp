@@ -1,0 +1,208 @@
+// Every rule that depends on the date is walked through every month from January 2004 to December
+// 2030: exactly one branch takes the month, and nothing fails. No figures are asserted here.
+//
+// A new rule of that kind joins as a row of kRules: its name, and a function that puts the question
+// for the month of `period` (its areas are empty records) and returns how many branches took it, or
+// calls the rule and returns 1 where one can only see that nothing fails.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "calc/dated_defaults.h"
+#include "calc/exemption_terms.h"
+#include "calc/extra_payments.h"
+#include "calc/phases.h"
+#include "calc/seniority.h"
+#include "calc/slip.h"
+#include "closing/contribution_cuts.h"
+#include "records/dictionary/DIPX.h"
+#include "records/dictionary/FISX.h"
+#include "records/fields.h"
+#include "run/main_run.h"
+#include "run/period.h"
+#include "run/utilities.h"
+#include "tax/deductions.h"
+#include "tests/support/record_areas.h"
+#include "tests/support/scripted_window.h"
+
+namespace {
+
+using namespace MXREPOSITORY;
+using namespace ModSWCALM;
+using MXLIBRERIA::period;
+
+constexpr int kFirstYear = 2004;
+constexpr int kLastYear = 2030;
+
+int yyyymm() {
+    return static_cast<int>(period.yyyymm());
+}
+
+/// Rules of a field that cover the month; a month without one counts as the branch "no change".
+int most_defaults_of_a_field() {
+    int most = 1;
+    for (const DatedDefault& rule : dated_defaults()) {
+        const auto same_field_covers = [&](const DatedDefault& other) {
+            return other.field == rule.field && other.covers(yyyymm());
+        };
+        const auto covering =
+            std::count_if(dated_defaults().begin(), dated_defaults().end(), same_field_covers);
+        most = std::max(most, static_cast<int>(covering));
+    }
+    return most;
+}
+
+/// After its change no rule wants another one: the record is not rewritten again and again.
+int defaults_come_to_rest() {
+    for (const DatedDefault& rule : dated_defaults()) {
+        for (const double start : {0., 99.9, 600., 640., 960., 1200.}) {
+            const double once = rule.applies(yyyymm(), start) ? rule.value : start;
+            if (rule.applies(yyyymm(), once)) {
+                return 0;
+            }
+        }
+    }
+    return 1;
+}
+
+int month_has_one_length() {
+    const Slip saved = slip;
+    slip = Slip{};
+    if (MXLIBRERIA::BISESTILE(period.year()) == MXLIBRERIA::kTrue) {
+        slip.GIORNIMESE = "31312931303130313130313031";
+    }
+    const bool same =
+        month_length(period.month()) == MXLIBRERIA::days_of_month(period.month(), period.year());
+    slip = saved;
+    return same ? 1 : 0;
+}
+
+/// Exactly one of the two sets of deductions for children stands in the table.
+int children_deductions_of_one_law() {
+    correct_dated_parameters();
+    const auto stands = [](double F403_of_law, double F404_of_law, double F405_of_law) {
+        return num(F403) == F403_of_law && num(F404) == F404_of_law && num(F405) == F405_of_law;
+    };
+    return (stands(950, 270, 400) ? 1 : 0) + (stands(800, 100, 220) ? 1 : 0);
+}
+
+int revaluation_is_a_number() {
+    for (const double index : {0., 99.9, 107.0}) {
+        const double percentage = revaluation_of_period(index);
+        // The corrections are below a hundredth of a point.
+        if (!std::isfinite(percentage) || std::abs(percentage - index) >= 0.01) {
+            return 0;
+        }
+    }
+    return 1;
+}
+
+/// Each exemption code gives a hiring of the month an expiry after it, or none at all.
+int exemption_expires_once() {
+    const std::string month = std::to_string(yyyymm());
+    for (const char code : std::string("123456789ABCDEFGHIJLMNOPQRSTU")) {
+        const std::string expiry = exemption_expiry(code, Date::of(period.date()));
+        if (expiry.size() != 6 || (expiry != "000000" && expiry <= month)) {
+            return 0;
+        }
+    }
+    return 1;
+}
+
+int exemption_months_stay_in_bounds() {
+    scrivi(P013, "01012004");
+    const int months = months_of_exemption();
+    return months >= 1 && months <= 36 ? 1 : 0;
+}
+
+int whole_month_is_in_service() {
+    const int length = MXLIBRERIA::days_of_month(period.month(), period.year());
+    return days_in_service(length, yyyymm(), Date{}, Date{}) == length ? 1 : 0;
+}
+
+int extra_month_counts_whole() {
+    const Date first{1, 1, period.year()};
+    return extra_month_counts(first, Date{}, Date::of(period.date()), 15) ? 1 : 0;
+}
+
+int seniority_step_falls_due() {
+    scrivi(P027, period.month_year());
+    scrivi(P028, 24);
+    scrivi(P030, 5);
+    SCATTI(period.date(), "026");
+    return num(P029) == 1 ? 1 : 0;
+}
+
+int one_contribution_cut() {
+    return ModSwCalm2::cut_periods_of(period.yyyymm());
+}
+
+int employment_deduction_runs() {
+    scrivi(F169, 1);
+    scrivi(P215, 30);
+    scrivi(P256, 1700);
+    ModSWCALB::CALCOLADETRAZIONIREDDITO_2022();
+    return 1;
+}
+
+int dependants_deduction_runs() {
+    scrivi(F169, 1);
+    scrivi(P215, 30);
+    scrivi(P256, 1700);
+    ModSWCALB::DetrFamiliari();
+    return 1;
+}
+
+struct DatedRule {
+    const char* name;
+    std::function<int()> branches_taken;
+};
+
+const std::vector<DatedRule> kRules{
+    {"dated defaults of the fixed data", most_defaults_of_a_field},
+    {"dated defaults come to rest", defaults_come_to_rest},
+    {"length of the month", month_has_one_length},
+    {"deductions for children in the yearly table", children_deductions_of_one_law},
+    {"revaluation percentage", revaluation_is_a_number},
+    {"expiry of the exemptions", exemption_expires_once},
+    {"months of exemption", exemption_months_stay_in_bounds},
+    {"days in service", whole_month_is_in_service},
+    {"month of the extra payments", extra_month_counts_whole},
+    {"seniority step", seniority_step_falls_due},
+    {"cut of the employee's contributions", one_contribution_cut},
+    {"employment deduction", employment_deduction_runs},
+    {"deductions for dependants", dependants_deduction_runs},
+};
+
+void set_period(int year, int month) {
+    std::array<char, 16> text{};
+    std::snprintf(text.data(), text.size(), "%02d%02d%04d4", MXLIBRERIA::days_of_month(month, year),
+                  month, year);
+    period.set(text.data());
+}
+
+TEST(TimeCoverage, EveryMonthIsTakenByOneBranchOfEveryRule) {
+    test_support::ScriptedWindow::install();
+    for (const DatedRule& rule : kRules) {
+        for (int year = kFirstYear; year <= kLastYear; ++year) {
+            for (int month = 1; month <= 12; ++month) {
+                SCOPED_TRACE(std::string(rule.name) + ", " + std::to_string(month) + "/" +
+                             std::to_string(year));
+                test_support::fill_areas();
+                slip = Slip{};
+                set_period(year, month);
+                int taken = 0;
+                EXPECT_NO_THROW(taken = rule.branches_taken());
+                EXPECT_EQ(taken, 1);
+            }
+        }
+    }
+}
+
+}  // namespace
