@@ -1,0 +1,206 @@
+// campi, leggi, scrivi, scheda: descriptors, fields and records.
+
+#include <algorithm>
+#include <iostream>
+#include <optional>
+
+#include "nzutil/commands.h"
+#include "nzutil/field_value.h"
+#include "nzutil/installation.h"
+#include "nzutil/tool_error.h"
+#include "records/dictionary/DIPX.h"
+#include "records/dictionary/FOTX.h"
+#include "records/fields.h"
+#include "records/numbers.h"
+
+namespace nzutil {
+
+namespace {
+
+using MXREPOSITORY::Area;
+using MXREPOSITORY::Descriptor;
+
+constexpr int kLargestRecord = 999'999;
+constexpr int kLargestOccurrence = 99;
+
+std::string_view tag_of(Area area) {
+    return MXREPOSITORY::kAreaTags[static_cast<std::size_t>(area)];
+}
+
+/// An area by its tag, with or without the '$', in any case.
+Area area_by_name(std::string name) {
+    std::ranges::transform(name, name.begin(), [](char c) {
+        return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
+    });
+    if (!name.ends_with('$')) {
+        name += '$';
+    }
+    return MXREPOSITORY::area_of_tag(name);
+}
+
+std::string areas_with_fields() {
+    std::string list;
+    for (std::size_t i = 0; i < MXREPOSITORY::kAreaCount; ++i) {
+        if (!MXREPOSITORY::fields_of(static_cast<Area>(i)).empty()) {
+            list += (list.empty() ? "" : ", ") + std::string(MXREPOSITORY::kAreaTags[i]);
+        }
+    }
+    return list;
+}
+
+/// A field of a record of an installation, as the arguments name it.
+struct FieldPlace {
+    int file;
+    int record;
+    Descriptor field;
+    int occurrence;
+};
+
+FieldPlace field_place(const Installation& installation, const Arguments& arguments,
+                       const std::string* occurrence) {
+    const int file = whole_argument(arguments[1], 1, 600);
+    const int record = whole_argument(arguments[2], 1, kLargestRecord);
+    const Area area = Installation::area_of(file);
+    if (area == Area::unknown) {
+        throw ToolError(texts::kToolNoArea, {arguments[1]});
+    }
+    const Descriptor* field = MXREPOSITORY::find_field(arguments[3]);
+    if (field == nullptr) {
+        throw ToolError(texts::kToolNoField, {arguments[3]});
+    }
+    if (field->area != area) {
+        throw ToolError(texts::kToolFieldOfOtherArea,
+                        {arguments[3], tag_of(field->area), arguments[1], tag_of(area)});
+    }
+    int number = 0;
+    if (occurrence != nullptr) {
+        number = whole_argument(*occurrence, 1, kLargestOccurrence);
+        const auto length = static_cast<std::size_t>(installation.record_length(file));
+        if (number > occurrences(*field, length)) {
+            throw ToolError(texts::kToolOccurrence, {arguments[3], *occurrence});
+        }
+    }
+    return {file, record, *field, number};
+}
+
+std::string read_record(const Installation& installation, int file, int record) {
+    std::optional<std::string> bytes = installation.read(file, record);
+    if (!bytes) {
+        throw ToolError(texts::kToolNoRecord, {std::to_string(file), std::to_string(record),
+                                               std::to_string(installation.record_count(file))});
+    }
+    return *std::move(bytes);
+}
+
+void show_field(const Descriptor& field, int occurrence, const std::string& record) {
+    if (!has_content(field, occurrence, record)) {
+        return;
+    }
+    std::cout << field.name();
+    if (occurrence != 0) {
+        std::cout << '(' << occurrence << ')';
+    }
+    std::cout << ' ' << platform::to_utf8(shown(field, occurrence, record)) << '\n';
+}
+
+bool is_slip_line(const Descriptor& field) {
+    return field.area == Area::DIPX && field.name() >= "Q401" && field.name() <= "Q500";
+}
+
+/// The slip's lines as a person reads them: item, its name, quantity, rate and their product.
+void show_slip_lines(const Installation& installation, const std::string& record) {
+    for (int i = 0; i < 100; ++i) {
+        const std::string line =
+            MXREPOSITORY::LEGGICAMPO(MXREPOSITORY::dopo(MXREPOSITORY::Q401, i), 0, record);
+        const int code = static_cast<int>(MXREPOSITORY::valore(line.substr(1, 3)));
+        if (code == 999) {
+            return;
+        }
+        if (code == 0) {
+            continue;
+        }
+        const std::optional<std::string> item =
+            installation.exists(kPayItems) ? installation.read(kPayItems, code) : std::nullopt;
+        const bool plain = item && MXREPOSITORY::LEGGICAMPONUM(MXREPOSITORY::Z016, 0, *item) == 7;
+        const double quantity = MXREPOSITORY::valore(line.substr(4, 13)) / (plain ? 1.0 : 100.0);
+        const double rate = MXREPOSITORY::valore(line.substr(17, 13)) / 100000;
+        const std::string name =
+            item ? MXREPOSITORY::LEGGICAMPO(MXREPOSITORY::Z002, 0, *item) : std::string(18, ' ');
+        std::cout << "Q" << 401 + i << " voce "
+                  << MXREPOSITORY::zeri_a_sinistra(std::to_string(code), 3) << ' '
+                  << platform::to_utf8(name) << "  " << MXREPOSITORY::arrotondato_testo(quantity, 2)
+                  << " x " << MXREPOSITORY::arrotondato_testo(rate, 5) << " = "
+                  << MXREPOSITORY::arrotondato_testo(quantity * rate, 2) << '\n';
+    }
+}
+
+}  // namespace
+
+int command_fields(const Arguments& arguments) {
+    if (const Descriptor* field = MXREPOSITORY::find_field(arguments[0])) {
+        std::cout << field->text() << '\n';
+        return 0;
+    }
+    const Area area = area_by_name(arguments[0]);
+    if (area == Area::unknown || MXREPOSITORY::fields_of(area).empty()) {
+        throw ToolError(texts::kToolNoAreaOrField, {arguments[0], areas_with_fields()});
+    }
+    for (const Descriptor& field : MXREPOSITORY::fields_of(area)) {
+        std::cout << field.text() << '\n';
+    }
+    return 0;
+}
+
+int command_read(const Arguments& arguments) {
+    const Installation installation = Installation::open(arguments[0]);
+    const FieldPlace place =
+        field_place(installation, arguments, arguments.size() > 4 ? &arguments[4] : nullptr);
+    const std::string record = read_record(installation, place.file, place.record);
+    std::cout << platform::to_utf8(shown(place.field, place.occurrence, record)) << '\n';
+    return 0;
+}
+
+int command_write(const Arguments& arguments) {
+    Installation installation = Installation::open(arguments[0]);
+    const FieldPlace place =
+        field_place(installation, arguments, arguments.size() > 5 ? &arguments[5] : nullptr);
+    const std::string value = platform::from_utf8(arguments[4]);
+    std::optional<Objection> found = objection(place.field, value, Decimals::exact);
+    if (!found && platform::to_utf8(value) != arguments[4]) {
+        found = Objection{&texts::kToolExpectedCodePage, {}};
+    }
+    if (found) {
+        throw ToolError(texts::kToolValueRefused,
+                        {arguments[3], arguments[4], fill(*found->text, {found->value})});
+    }
+    std::string record = read_record(installation, place.file, place.record);
+    store(place.field, place.occurrence, value, record);
+    installation.write(place.file, place.record, record);
+    return 0;
+}
+
+int command_card(const Arguments& arguments) {
+    const Installation installation = Installation::open(arguments[0]);
+    const int file = whole_argument(arguments[1], 1, 600);
+    const Area area = Installation::area_of(file);
+    if (area == Area::unknown) {
+        throw ToolError(texts::kToolNoArea, {arguments[1]});
+    }
+    const std::string record =
+        read_record(installation, file, whole_argument(arguments[2], 1, kLargestRecord));
+    for (const Descriptor& field : MXREPOSITORY::fields_of(area)) {
+        if (is_slip_line(field)) {
+            continue;
+        }
+        const int last = occurrences(field, record.size());
+        for (int occurrence = 1; occurrence <= last; ++occurrence) {
+            show_field(field, last == 1 ? 0 : occurrence, record);
+        }
+    }
+    if (area == Area::DIPX) {
+        show_slip_lines(installation, record);
+    }
+    return 0;
+}
+
+}  // namespace nzutil

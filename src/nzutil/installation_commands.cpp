@@ -1,0 +1,66 @@
+// demo, periodo, installa: installations and their period.
+
+#include <algorithm>
+#include <iostream>
+
+#include "nzutil/commands.h"
+#include "nzutil/demo.h"
+#include "nzutil/scenario.h"
+#include "nzutil/tool_error.h"
+#include "records/numbers.h"
+#include "run/utilities.h"
+
+namespace nzutil {
+
+namespace {
+
+/// A day of the calendar, ddmmyyyy.
+bool is_date(const std::string& text) {
+    if (text.size() != 8 || text.find_first_not_of("0123456789") != std::string::npos) {
+        return false;
+    }
+    const int day = static_cast<int>(MXREPOSITORY::valore(text.substr(0, 2)));
+    const int month = static_cast<int>(MXREPOSITORY::valore(text.substr(2, 2)));
+    const int year = static_cast<int>(MXREPOSITORY::valore(text.substr(4)));
+    return year >= 1900 && month >= 1 && month <= 12 && day >= 1 &&
+           day <= MXLIBRERIA::days_of_month(month, year);
+}
+
+void tell_registry(const Installation& installation) {
+    std::cout << fill(texts::kToolRegistry, {installation.registry_file()}) << '\n';
+}
+
+}  // namespace
+
+int command_demo(const Arguments& arguments) {
+    const Installation installation = make_demo_installation(arguments[0]);
+    std::cout << fill(texts::kToolDemoMade,
+                      {arguments[0], std::to_string(installation.read_selection().size()),
+                       installation.read(kPeriod, 1).value_or("").substr(0, 8)})
+              << '\n';
+    tell_registry(installation);
+    return 0;
+}
+
+int command_period(const Arguments& arguments) {
+    Installation installation = Installation::open(arguments[0]);
+    if (!is_date(arguments[1])) {
+        throw ToolError(texts::kToolExpectedDate, {arguments[1]});
+    }
+    if (arguments[2].size() != 1) {
+        throw ToolError(texts::kToolExpectedKind, {arguments[2]});
+    }
+    installation.write_period(arguments[1], arguments[2].front());
+    std::cout << fill(texts::kToolPeriodSet, {arguments[1], arguments[2]}) << '\n';
+    return 0;
+}
+
+int command_install(const Arguments& arguments) {
+    const Scenario scenario = read_scenario(arguments[0]);
+    const Installation installation = install_scenario(scenario, arguments[1]);
+    std::cout << fill(texts::kToolInstallationMade, {arguments[1]}) << '\n';
+    tell_registry(installation);
+    return 0;
+}
+
+}  // namespace nzutil

@@ -1,0 +1,311 @@
+#include "nzutil/scenario.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+
+#include "nzutil/demo.h"
+#include "nzutil/field_value.h"
+#include "nzutil/identities.h"
+#include "nzutil/process.h"
+#include "nzutil/run_output.h"
+#include "records/dictionary/DIPX.h"
+#include "records/fields.h"
+#include "records/numbers.h"
+
+namespace nzutil {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+using Differences = std::vector<Difference>;
+
+/// In front of a place: the run, where there are several, and the employee, where there are
+/// several.
+struct Prefix {
+    std::string run;
+    std::string employee;
+    [[nodiscard]] std::string operator()(const std::string& place) const {
+        return run + employee + place;
+    }
+};
+
+std::string nothing_or(const std::string& text) {
+    return text.empty() ? std::string(texts::kToolNothing.utf8) : text;
+}
+
+// ---- Before the run ----
+
+void spoil(const Installation& installation, const Damage& damage) {
+    const std::string path = damage.file != 0
+                                 ? installation.path(damage.file)
+                                 : installation.archive_directory() + "/" + damage.name;
+    installation.close();
+    if (damage.remove) {
+        fs::remove(path);
+    } else if (damage.length) {
+        std::error_code failed;
+        const auto present = fs::file_size(path, failed);
+        const auto wanted = static_cast<std::uintmax_t>(*damage.length);
+        if (!failed && wanted > present) {
+            std::ofstream(path, std::ios::binary | std::ios::app)
+                << std::string(wanted - present, ' ');
+        } else {
+            fs::resize_file(path, wanted);
+        }
+    } else {
+        std::fstream file(path, std::ios::binary | std::ios::in | std::ios::out);
+        file.seekp(*damage.position - 1);
+        file << damage.bytes;
+    }
+}
+
+void prepare_run(Installation& installation, const ScenarioRun& run) {
+    installation.write_period(run.period.date, run.period.kind);
+    if (!run.fixed.empty()) {
+        Description fixed_only;
+        fixed_only.fixed = run.fixed;
+        apply(installation, fixed_only, {});
+    }
+    for (const auto& [record, change] : run.changes) {
+        apply_to_employee(installation, record, change);
+    }
+}
+
+void write_answers(const std::vector<bool>& answers, const std::string& path) {
+    std::ofstream out(path);
+    for (const bool yes : answers) {
+        out << (yes ? "si" : "no") << '\n';
+    }
+}
+
+ProcessResult run_batch(const ScenarioTools& tools, const ScenarioRun& run,
+                        const Installation& installation, const std::string& directory) {
+    const std::string answers = directory + "/risposte.txt";
+    write_answers(run.answers, answers);
+    ProcessCall call;
+    call.program = tools.program;
+    call.directory = directory;
+    call.environment = {{"SOLMAREL_REGISTRO", installation.registry_file()},
+                        {"VELMOR_INTERFACCIA", "console"},
+                        {"VELMOR_RISPOSTE", answers},
+                        {"VELMOR_STAMPE", directory + "/stampe"},
+                        {"VELMOR_STAMPANTE", ""},
+                        {"VELMOR_TASK", ""}};
+    return run_process(call);
+}
+
+// ---- After the run ----
+
+void compare_fields(const FieldValues& expected, const std::string& record, const Prefix& prefix,
+                    Differences& differences) {
+    for (const FieldValue& value : expected) {
+        const std::string wanted = as_stored(value.field, value.value);
+        const std::string found = shown(value.field, value.occurrence, record);
+        if (wanted != found) {
+            std::string place(value.field.name());
+            if (value.occurrence != 0) {
+                place += "(" + std::to_string(value.occurrence) + ")";
+            }
+            differences.push_back(
+                {prefix(place), platform::to_utf8(wanted), platform::to_utf8(found)});
+        }
+    }
+}
+
+void compare_lines(const Installation& installation, const std::vector<ExpectedLine>& expected,
+                   const std::string& record, const Prefix& prefix, Differences& differences) {
+    const auto compare = [&](int line, const char* column, std::string_view wanted,
+                             std::string_view found) {
+        if (wanted != found) {
+            differences.push_back(
+                {prefix(fill(texts::kToolPlaceLine, {std::to_string(line), column})),
+                 std::string(wanted), std::string(found)});
+        }
+    };
+    for (const ExpectedLine& line : expected) {
+        const std::string found = MXREPOSITORY::LEGGICAMPO(
+            MXREPOSITORY::dopo(MXREPOSITORY::Q401, line.number - 1), 0, record);
+        SlipLineEntry wanted;
+        wanted.item = static_cast<int>(MXREPOSITORY::valore(found.substr(1, 3)));
+        wanted.quantity = line.quantity.empty() ? "0" : line.quantity;
+        wanted.rate = line.rate.empty() ? "0" : line.rate;
+        const std::string text = slip_line_text(installation, wanted);
+        if (!line.quantity.empty()) {
+            compare(line.number, "quantita", text.substr(4, 13), found.substr(4, 13));
+        }
+        if (!line.rate.empty()) {
+            compare(line.number, "valore", text.substr(17, 13), found.substr(17, 13));
+        }
+    }
+}
+
+void compare_employee(const Installation& installation, int record,
+                      const ExpectedEmployee& expected, const Prefix& prefix,
+                      Differences& differences) {
+    const std::string employee = installation.read(kEmployees, record).value_or("");
+    compare_fields(expected.fields, employee, prefix, differences);
+    compare_lines(installation, expected.lines, employee, prefix, differences);
+    if (!expected.months.empty()) {
+        compare_fields(expected.months, installation.read(kTwelveMonths, record).value_or(""),
+                       prefix, differences);
+    }
+    for (const auto& [column, value] : expected.archive) {
+        differences.push_back({prefix(fill(texts::kToolPlaceArchive, {column})), value,
+                               std::string(texts::kToolNothing.utf8)});
+    }
+}
+
+void compare_list(const std::vector<std::string>& expected, const std::vector<std::string>& found,
+                  const Prefix& prefix, Differences& differences) {
+    for (std::size_t i = 0; i < std::max(expected.size(), found.size()); ++i) {
+        const std::string wanted = i < expected.size() ? expected[i] : std::string();
+        const std::string shown_line = i < found.size() ? found[i] : std::string();
+        if (wanted != shown_line || i >= expected.size() || i >= found.size()) {
+            differences.push_back({prefix(fill(texts::kToolPlaceListLine, {std::to_string(i + 1)})),
+                                   nothing_or(wanted), nothing_or(shown_line)});
+        }
+    }
+}
+
+/// Every box must be announced, and every announced box must come. Questions that the scenario
+/// answers, and the closing message of a run in order, need no announcement.
+void compare_boxes(const ScenarioRun& run, const std::vector<ShownBox>& boxes, const Prefix& prefix,
+                   Differences& differences) {
+    std::size_t announced = 0;
+    std::size_t questions = 0;
+    for (std::size_t i = 0; i < boxes.size(); ++i) {
+        const ShownBox& box = boxes[i];
+        if (announced < run.expected_boxes.size() &&
+            box.text.find(run.expected_boxes[announced]) != std::string::npos) {
+            ++announced;
+            continue;
+        }
+        const bool answered = box.answer && questions++ < run.answers.size();
+        if (!answered && !is_closing_message(box)) {
+            differences.push_back({prefix(fill(texts::kToolPlaceBox, {std::to_string(i + 1)})),
+                                   std::string(texts::kToolNothing.utf8), box.text});
+        }
+    }
+    for (; announced < run.expected_boxes.size(); ++announced) {
+        differences.push_back({prefix(fill(texts::kToolPlaceBox, {std::to_string(announced + 1)})),
+                               run.expected_boxes[announced],
+                               std::string(texts::kToolNothing.utf8)});
+    }
+}
+
+/// Identities hold for the slips that this run has calculated: their record has changed.
+void compare_identities(const Installation& installation, const Scenario& scenario,
+                        const ScenarioRun& run, const std::map<int, std::string>& before,
+                        const Prefix& prefix, Differences& differences) {
+    for (const auto& [record, former] : before) {
+        const CalculatedSlip slip{&installation, record, former,
+                                  installation.read(kEmployees, record).value_or(""), run.period};
+        if (slip.after == slip.before) {
+            continue;
+        }
+        for (Difference& difference : check_identities(slip, scenario.without_identity)) {
+            difference.place = prefix(difference.place);
+            differences.push_back(std::move(difference));
+        }
+    }
+}
+
+std::map<int, std::string> employee_records(const Installation& installation,
+                                            const Scenario& scenario) {
+    std::map<int, std::string> records;
+    for (const EmployeeEntry& employee : scenario.description.employees) {
+        records[employee.record] = installation.read(kEmployees, employee.record).value_or("");
+    }
+    return records;
+}
+
+void compare_run(const Installation& installation, const ScenarioRun& run,
+                 const ProcessResult& result, Prefix prefix, Differences& differences) {
+    if (result.too_long) {
+        differences.push_back({prefix(std::string(texts::kToolPlaceStatus.utf8)),
+                               std::to_string(run.exit_status),
+                               std::string(texts::kToolTooLong.utf8)});
+        return;
+    }
+    if (result.status != run.exit_status) {
+        differences.push_back({prefix(std::string(texts::kToolPlaceStatus.utf8)),
+                               std::to_string(run.exit_status), std::to_string(result.status)});
+    }
+    const RunOutput output = read_run_output(result.output);
+    compare_boxes(run, output.boxes, prefix, differences);
+    if (run.expected_list) {
+        compare_list(*run.expected_list, output.list, prefix, differences);
+    }
+    if (!run.expected_fixed.empty()) {
+        compare_fields(run.expected_fixed, installation.read(kFixedData, 1).value_or(""), prefix,
+                       differences);
+    }
+    if (!run.expected_company.empty()) {
+        const int company = installation.read_selection().front().first;
+        compare_fields(run.expected_company, installation.read(kCompanies, company).value_or(""),
+                       prefix, differences);
+    }
+    for (const auto& [record, expected] : run.expected) {
+        if (run.expected.size() > 1) {
+            prefix.employee = fill(texts::kToolPlaceEmployee, {std::to_string(record)});
+        }
+        compare_employee(installation, record, expected, prefix, differences);
+    }
+}
+
+Installation install(const Scenario& scenario, const ScenarioTools& tools,
+                     const std::string& directory) {
+    Installation installation = tools.base_directory.empty()
+                                    ? make_base_installation(directory)
+                                    : copy_installation(tools.base_directory, directory);
+    apply(installation, scenario.description, model_employee(installation));
+    installation.write_period(scenario.runs.front().period.date, scenario.runs.front().period.kind);
+    for (const Damage& damage : scenario.damages) {
+        spoil(installation, damage);
+    }
+    installation.close();
+    return installation;
+}
+
+}  // namespace
+
+Installation install_scenario(const Scenario& scenario, const std::string& directory) {
+    return install(scenario, {}, directory);
+}
+
+std::vector<Difference> run_scenario(const Scenario& scenario, const ScenarioTools& tools,
+                                     const std::string& directory) {
+    Differences differences;
+    if (!scenario.archives.empty()) {
+        std::string names;
+        for (const std::string& name : scenario.archives) {
+            names += (names.empty() ? "" : ", ") + name;
+        }
+        differences.push_back({"archivi", names, fill(texts::kToolNoArchives, {names})});
+        return differences;
+    }
+    Installation installation = install(scenario, tools, directory + "/installazione");
+    for (std::size_t i = 0; i < scenario.runs.size(); ++i) {
+        const ScenarioRun& run = scenario.runs[i];
+        Prefix prefix;
+        if (scenario.runs.size() > 1) {
+            prefix.run = fill(texts::kToolPlaceRun, {std::to_string(i + 1)});
+        }
+        if (i > 0) {
+            prepare_run(installation, run);
+        }
+        // Where files are spoilt, the run alone reads them.
+        const std::map<int, std::string> before = scenario.damages.empty()
+                                                      ? employee_records(installation, scenario)
+                                                      : std::map<int, std::string>();
+        installation.close();
+        const ProcessResult result = run_batch(tools, run, installation, directory);
+        compare_run(installation, run, result, prefix, differences);
+        compare_identities(installation, scenario, run, before, prefix, differences);
+    }
+    return differences;
+}
+
+}  // namespace nzutil

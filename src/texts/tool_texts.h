@@ -1,0 +1,159 @@
+#pragma once
+// The catalogue of the texts of the support tool: what it tells whoever looks after an
+// installation.
+
+#include "texts/texts.h"
+
+namespace texts {
+
+// Support tool: "{}" stands for a value
+inline constexpr Text kToolCannotWrite{Kind::tool, "Impossibile scrivere {}."};
+inline constexpr Text kToolCannotRead{Kind::tool, "Impossibile leggere {}."};
+inline constexpr Text kToolInstallationExists{
+    Kind::tool, "In {} esiste già un'installazione: indicare una directory nuova."};
+inline constexpr Text kToolNoInstallation{
+    Kind::tool, "In {} non c'è un'installazione: manca NZBASE.DAT o registro.ini."};
+inline constexpr Text kToolFileNumber{
+    Kind::tool, "{} non è un numero di archivio logico: sono ammessi i numeri da 1 a 600."};
+inline constexpr Text kToolNoFile{Kind::tool, "L'archivio logico {} non esiste ({})."};
+inline constexpr Text kToolRecordLength{
+    Kind::tool, "La lunghezza di record dell'archivio logico {} in NZBASE.DAT non è valida."};
+inline constexpr Text kToolRecordNumber{
+    Kind::tool, "{} non è un numero di record: il primo record è il numero 1."};
+inline constexpr Text kToolNoRecord{Kind::tool,
+                                    "L'archivio logico {} non ha il record {}: ne contiene {}."};
+inline constexpr Text kToolNoArea{
+    Kind::tool, "I record dell'archivio logico {} non hanno campi nel dizionario."};
+inline constexpr Text kToolNoField{Kind::tool, "Il campo {} non esiste."};
+inline constexpr Text kToolNoAreaOrField{Kind::tool,
+                                         "{} non è un campo né un'area. Aree con campi: {}."};
+inline constexpr Text kToolFieldOfOtherArea{
+    Kind::tool, "Il campo {} è dell'area {}: i record dell'archivio logico {} sono dell'area {}."};
+inline constexpr Text kToolOccurrence{Kind::tool, "Il campo {} non ha l'occorrenza {}."};
+inline constexpr Text kToolValueRefused{Kind::tool, "Il campo {} non può contenere \"{}\": {}."};
+inline constexpr Text kToolNoDemoData{
+    Kind::tool, "I dati dell'installazione dimostrativa non ci sono (cercati anche in {})."};
+inline constexpr Text kToolWhole{Kind::tool, "{} non è un numero intero da {} a {}."};
+inline constexpr Text kToolUnknownCommand{
+    Kind::tool, "Comando sconosciuto: {}. L'elenco dei comandi: nzutil --help"};
+inline constexpr Text kToolUsage{Kind::tool, "Uso: nzutil {}"};
+inline constexpr Text kToolFailure{Kind::tool, "Errore {}: {}."};
+inline constexpr Text kToolRefused{Kind::tool, "Operazione rifiutata: {}"};
+inline constexpr Text kToolHelp{Kind::tool,
+                                "nzutil: strumento di assistenza per gli archivi paghe\n\nUso:\n"};
+inline constexpr Text kToolUsageDemo{Kind::tool, "demo DIR"};
+inline constexpr Text kToolHelpDemo{Kind::tool,
+                                    "crea un'installazione dimostrativa nella directory DIR"};
+inline constexpr Text kToolUsagePeriod{Kind::tool, "periodo DIR ggmmaaaa TIPO"};
+inline constexpr Text kToolHelpPeriod{
+    Kind::tool, "cambia il periodo da elaborare (tipo 0: mensilità aggiuntiva)"};
+inline constexpr Text kToolUsageFields{Kind::tool, "campi AREA|CODICE"};
+inline constexpr Text kToolHelpFields{Kind::tool, "mostra i descrittori di un'area o di un campo"};
+inline constexpr Text kToolUsageRead{Kind::tool, "leggi DIR ARCHIVIO RECORD CODICE [OCCORRENZA]"};
+inline constexpr Text kToolHelpRead{Kind::tool, "mostra un campo"};
+inline constexpr Text kToolUsageWrite{Kind::tool,
+                                      "scrivi DIR ARCHIVIO RECORD CODICE VALORE [OCCORRENZA]"};
+inline constexpr Text kToolHelpWrite{Kind::tool, "scrive un campo"};
+inline constexpr Text kToolUsageCard{Kind::tool, "scheda DIR ARCHIVIO RECORD"};
+inline constexpr Text kToolHelpCard{Kind::tool, "mostra tutti i campi non vuoti di un record"};
+inline constexpr Text kToolUsageIndex{Kind::tool,
+                                      "isam DIR ARCHIVIO cerca CHIAVE | elenca | verifica"};
+inline constexpr Text kToolHelpIndex{Kind::tool,
+                                     "cerca una chiave, elenca le chiavi, verifica un indice"};
+inline constexpr Text kToolUsageScenario{Kind::tool, "scenario FILE..."};
+inline constexpr Text kToolHelpScenario{
+    Kind::tool, "esegue gli scenari e mostra le differenze (campo, atteso, trovato)"};
+inline constexpr Text kToolUsageInstall{Kind::tool, "installa FILE DIR"};
+inline constexpr Text kToolHelpInstall{Kind::tool,
+                                       "crea nella directory DIR l'installazione di uno scenario"};
+inline constexpr Text kToolDemoMade{
+    Kind::tool, "Installazione dimostrativa creata in {}: {} dipendenti, periodo {}."};
+inline constexpr Text kToolInstallationMade{Kind::tool, "Installazione creata in {}."};
+inline constexpr Text kToolRegistry{Kind::tool, "Per usarla: SOLMAREL_REGISTRO={}"};
+inline constexpr Text kToolPeriodSet{Kind::tool, "Periodo {}, tipo {}."};
+inline constexpr Text kToolKeyFound{Kind::tool, "{} record {}"};
+inline constexpr Text kToolKeyMissing{Kind::tool, "La chiave {} non c'è."};
+inline constexpr Text kToolKeyLength{Kind::tool, "Le chiavi dell'indice {} hanno {} caratteri."};
+inline constexpr Text kToolNoIndex{Kind::tool, "L'archivio logico {} non è un indice."};
+inline constexpr Text kToolIndexSound{Kind::tool, "Indice {} integro: {} chiavi, {} blocchi."};
+inline constexpr Text kToolIndexDamaged{Kind::tool, "Indice {} danneggiato: {}"};
+inline constexpr Text kToolIndexEmptyFile{Kind::tool, "il file è vuoto."};
+inline constexpr Text kToolIndexPartialBlock{Kind::tool,
+                                             "la lunghezza del file non è un multiplo del blocco."};
+inline constexpr Text kToolIndexBadBlock{Kind::tool, "il blocco {} del livello {} non esiste."};
+inline constexpr Text kToolIndexBlockTwice{Kind::tool, "al blocco {} portano due voci."};
+inline constexpr Text kToolIndexLevel{Kind::tool,
+                                      "nel blocco {} una voce porta il livello {} invece di {}."};
+inline constexpr Text kToolIndexOrder{
+    Kind::tool, "nel blocco {} le chiavi non sono in ordine crescente (voce {})."};
+inline constexpr Text kToolIndexUsedAfterFree{
+    Kind::tool, "nel blocco {} una voce usata segue una libera (voce {})."};
+inline constexpr Text kToolIndexFirstKey{
+    Kind::tool, "la voce che porta al blocco {} non ha la sua prima chiave."};
+inline constexpr Text kToolIndexEmptyBlock{Kind::tool, "il blocco {} in uso è vuoto."};
+inline constexpr Text kToolIndexFull{Kind::tool, "il blocco {} non ha voci libere."};
+inline constexpr Text kToolIndexPointer{
+    Kind::tool, "nel blocco {} il numero di record della voce {} non è valido."};
+// What the tool expected of a typed value
+inline constexpr Text kToolExpectedNumber{Kind::tool, "atteso un numero"};
+inline constexpr Text kToolExpectedDecimals{Kind::tool, "atteso un numero con al più {} decimali"};
+inline constexpr Text kToolExpectedWidth{Kind::tool, "atteso un numero che entri in {} cifre"};
+inline constexpr Text kToolExpectedLength{Kind::tool, "atteso un testo di al più {} caratteri"};
+inline constexpr Text kToolExpectedDigits{Kind::tool, "attese al più {} cifre"};
+inline constexpr Text kToolExpectedDate{Kind::tool,
+                                        "attesa una data di 8 cifre ggmmaaaa, trovato \"{}\""};
+inline constexpr Text kToolExpectedKind{
+    Kind::tool, "atteso il tipo di elaborazione, un carattere, trovato \"{}\""};
+inline constexpr Text kToolExpectedYaml{Kind::tool, "atteso un documento YAML: {}"};
+inline constexpr Text kToolExpectedMap{Kind::tool, "attesa una mappa chiave: valore"};
+inline constexpr Text kToolExpectedMapOrList{Kind::tool, "attesa una mappa o una lista di mappe"};
+inline constexpr Text kToolExpectedList{Kind::tool, "attesa una lista"};
+inline constexpr Text kToolExpectedScalar{Kind::tool, "atteso un valore semplice"};
+inline constexpr Text kToolExpectedCodePage{Kind::tool,
+                                            "atteso un testo di caratteri della code page 1252"};
+inline constexpr Text kToolExpectedKey{Kind::tool, "attesa una chiave fra {}; trovata {}"};
+inline constexpr Text kToolKeyTwice{Kind::tool, "attesa una sola chiave {}: è ripetuta"};
+inline constexpr Text kToolExpectedWhole{Kind::tool,
+                                         "atteso un numero intero da {} a {}, trovato \"{}\""};
+inline constexpr Text kToolExpectedField{Kind::tool, "atteso un campo dell'area {}, trovato {}"};
+inline constexpr Text kToolExpectedBrackets{Kind::tool,
+                                            "attesa una lista di coppie [limite, aliquota]"};
+inline constexpr Text kToolExpectedFiveBrackets{Kind::tool, "attesi al più 5 scaglioni"};
+inline constexpr Text kToolExpectedRegion{
+    Kind::tool, "atteso un codice di regione di 2 caratteri, trovato \"{}\""};
+inline constexpr Text kToolExpectedCells{Kind::tool, "attese al più 100 celle"};
+inline constexpr Text kToolExpectedCell{Kind::tool,
+                                        "attesa una cella di 1-11 caratteri: operatore e operando"};
+inline constexpr Text kToolExpectedLines{Kind::tool, "attese al più 100 righe"};
+inline constexpr Text kToolExpectedItem{Kind::tool, "atteso il codice della voce"};
+inline constexpr Text kToolNoProgram{Kind::tool, "Impossibile avviare {}."};
+inline constexpr Text kToolDuplicateRecord{
+    Kind::tool, "atteso un numero di record non ancora usato: il {} è di un altro dipendente"};
+inline constexpr Text kToolExpectedAnswer{Kind::tool, "attesa la risposta si o no, trovato \"{}\""};
+inline constexpr Text kToolExpectedTitle{Kind::tool, "attesa la chiave {}"};
+inline constexpr Text kToolExpectedOneEmployee{
+    Kind::tool, "attese le chiavi attesi dentro ciascun dipendente: i dipendenti sono {}"};
+inline constexpr Text kToolExpectedDamage{
+    Kind::tool, "attesi archivio o nome, e uno fra elimina, lunghezza, byte con posizione"};
+inline constexpr Text kToolExpectedRunEmployee{
+    Kind::tool, "atteso il record di un dipendente dello scenario, trovato {}"};
+inline constexpr Text kToolNoArchives{Kind::tool,
+                                      "gli archivi ({}) non sono ancora gestiti dagli scenari"};
+inline constexpr Text kToolScenarioGood{Kind::tool, "ok  {}: {}"};
+inline constexpr Text kToolScenarioBad{Kind::tool, "NO  {}: {}"};
+inline constexpr Text kToolDifference{Kind::tool, "    {}: atteso {}, trovato {}"};
+inline constexpr Text kToolScenarioSum{Kind::tool, "Scenari: {}, con differenze: {}"};
+inline constexpr Text kToolNothing{Kind::tool, "niente"};
+inline constexpr Text kToolPlaceRun{Kind::tool, "corsa {} "};
+inline constexpr Text kToolPlaceEmployee{Kind::tool, "dipendente {} "};
+inline constexpr Text kToolPlaceListLine{Kind::tool, "lista, riga {}"};
+inline constexpr Text kToolPlaceLine{Kind::tool, "riga {}, {}"};
+inline constexpr Text kToolPlaceBox{Kind::tool, "riquadro {}"};
+inline constexpr Text kToolPlaceStatus{Kind::tool, "uscita"};
+inline constexpr Text kToolPlaceArchive{Kind::tool, "archivio {}"};
+inline constexpr Text kToolPlaceIdentity{Kind::tool, "identità {}"};
+inline constexpr Text kToolTooLong{Kind::tool, "il programma non termina"};
+inline constexpr Text kToolExpectedReason{Kind::tool,
+                                          "atteso un motivo per l'identità che non si verifica"};
+
+}  // namespace texts
