@@ -93,16 +93,25 @@ std::size_t find_position(const IsamLevel& l, const std::string& key) {
     return not_above;
 }
 
-void read_block(double n, int number, double block) {
+/// Reads a block; false if the file ends before it.
+bool load_block(double n, int number, double block) {
     IsamLevel& l = level(number);
     if (LEGGIREC(n, block) != 0) {
-        throw Failure(platform::kInputPastEnd);
+        return false;
     }
     l.block.swap(record_buffer(n));
     record_buffer(n).resize(l.block.size());
     l.number = block;
     l.position = 0;
     l.used = count_used(l);
+    return true;
+}
+
+/// A block that an entry points to and that the file lacks: the index is damaged.
+void read_block(double n, int number, double block) {
+    if (!load_block(n, number, block)) {
+        throw Failure(platform::kInputPastEnd);
+    }
 }
 
 void write_block(double n, double block, const std::string& text) {
@@ -138,9 +147,19 @@ std::string free_block(int number) {
     return block;
 }
 
-/// Walks from the root to the place of the key. False if the index is empty.
+/// Reads the root. False if the file is empty, and so no index yet.
+bool read_root(double n) {
+    if (load_block(n, kRoot, 1)) {
+        return true;
+    }
+    if (file_length(n) == 0) {
+        return false;
+    }
+    throw Failure(platform::kInputPastEnd);
+}
+
+/// Walks from the root, which has been read, to the place of the key. False if the index is empty.
 bool descend(double n, const std::string& key) {
-    read_block(n, kRoot, 1);
     if (level(kRoot).used == 0) {
         return false;
     }
@@ -279,7 +298,7 @@ double insert(double n, const std::string& key, double record) {
 }
 
 /// Removal. Blocks are written from the root down, so that an emptied one is unlinked first.
-double remove(double n, const std::string& key) {
+double remove(double n, const std::string& key, double /*record*/) {
     if (!descend(n, key)) {
         return kNotFound;
     }
@@ -319,7 +338,7 @@ bool step_on(double n, int number) {
     return true;
 }
 
-double next(double n, const std::string& key) {
+double next(double n, const std::string& key, double /*record*/) {
     const IsamLevel& leaf = level(kLeaf);
     const bool filled = descend(n, key);
     if (!filled || (compare(key_at(leaf, leaf.position), key) <= 0 && !step_on(n, kLeaf))) {
@@ -349,22 +368,45 @@ void derive_key(double record_length) {
     isam_state.high_key.assign(isam_state.key_length, kIsamHighCharacter);
 }
 
-/// The checks before an operation on keys; false after a refusal.
-bool accepted(double n, const std::string& key, double operation) {
+double find(double n, const std::string& key, double /*record*/) {
+    return descend(n, key) ? number_of(key) : kNotFound;
+}
+
+struct Operation {
+    double code;
+    double (*run)(double n, const std::string& key, double record);
+};
+constexpr std::array<Operation, 4> kOperations{{
+    {kIsamInsert, insert},
+    {kIsamSearch, find},
+    {kIsamNext, next},
+    {kIsamDelete, remove},
+}};
+
+void show_empty_file(double n) {
+    plain_box(texts::kIndexFileEmpty, testo_numero(n));
+}
+
+/// Shows why a key is refused, in the order of the checks; false if it is not refused. The length
+/// of the file comes first, but is asked for only where something is shown: the root tells it
+/// anyway.
+bool refused(double n, const std::string& key, double operation) {
     const auto width = static_cast<double>(key.size() + kIsamEntryTail);
-    if (file_length(n) == 0) {
-        plain_box(texts::kIndexFileEmpty, testo_numero(n));
-    } else if (key.empty()) {
-        plain_box(texts::kIndexNoKey);
-    } else if (width * static_cast<double>(kIsamEntries) !=
-               static_cast<double>(record_buffer(n).size())) {
-        plain_box(texts::kIndexKeyLength);
-    } else if (key.find_first_not_of(' ') == std::string::npos && operation != kIsamDelete) {
-        plain_box(texts::kIndexBlankKey);
-    } else {
-        return true;
+    const bool no_key = key.empty();
+    const bool other_length =
+        width * static_cast<double>(kIsamEntries) != static_cast<double>(record_buffer(n).size());
+    const bool blank = operation != kIsamDelete && key.find_first_not_of(' ') == std::string::npos;
+    if (!no_key && !other_length && !blank) {
+        return false;
     }
-    return false;
+    if (file_length(n) == 0) {
+        show_empty_file(n);
+    } else if (no_key) {
+        plain_box(texts::kIndexNoKey);
+    } else {
+        plain_box(other_length ? texts::kIndexKeyLength : texts::kIndexBlankKey);
+    }
+    return true;
 }
 
 /// Operation 9 asks for nothing but the record length; it takes the file as it finds it.
@@ -384,24 +426,21 @@ double ISAM(double n, const std::string& key, double operation, double record) {
     if (operation == kIsamEmpty) {
         return empty_index(n);
     }
-    if (!accepted(n, key, operation)) {
+    if (refused(n, key, operation)) {
         return 0;
     }
     derive_key(static_cast<double>(record_buffer(n).size()));
-    if (operation == kIsamInsert) {
-        return insert(n, key, record);
+    const auto* found = std::find_if(kOperations.begin(), kOperations.end(),
+                                     [&](const Operation& o) { return o.code == operation; });
+    if (found == kOperations.end() || !read_root(n)) {
+        if (file_length(n) == 0) {
+            show_empty_file(n);
+        } else {
+            plain_box(texts::kIndexOperation, testo_numero(operation));
+        }
+        return 0;
     }
-    if (operation == kIsamSearch) {
-        return descend(n, key) ? number_of(key) : kNotFound;
-    }
-    if (operation == kIsamNext) {
-        return next(n, key);
-    }
-    if (operation == kIsamDelete) {
-        return remove(n, key);
-    }
-    plain_box(texts::kIndexOperation, testo_numero(operation));
-    return 0;
+    return found->run(n, key, record);
 }
 
 }  // namespace MXLIBRERIA
