@@ -61,9 +61,9 @@ double month_wage() {
     return num(P240) - contributions.extra_month_wage;
 }
 
-/// Wage of the earlier slip of the month. In January the field still holds December's.
+/// Wage of the earlier slip of the month. Without one the field may still hold another month's.
 double earlier_slip_wage() {
-    return slip.same_month_repeat || period.month() != 1 ? num(P268) : 0;
+    return slip.earlier_slip_this_month ? num(P268) : 0;
 }
 
 /// The wage that is held against the limits: the month's, or the payment itself on a slip that has
