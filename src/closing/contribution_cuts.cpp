@@ -23,42 +23,40 @@ using MXLIBRERIA::period;
 
 namespace {
 
-// June 2022 carries no cut. In 2024 the payments of the 13th and 14th month carry none.
+// June 2022 carries no cut.
 constexpr std::array<CutPeriod, 9> kCutPeriods{{
-    {0, 202112, CutForm::none, 0, 0, 0, 0, 0, 0},
-    {202201, 202205, CutForm::single, 0, 0.8, 0, 0.8, 0, 0},
-    {202206, 202206, CutForm::none, 0, 0, 0, 0, 0, 0},
-    {202207, 202209, CutForm::single, 0, 0.8, 0, 0.8, 0, 0},
-    {202210, 202212, CutForm::single_new, 0, 1, 0, 1, 0, 2},
-    {202301, 202306, CutForm::two_bands, 3, 2, 3, 2, 3, 2},
-    {202307, 202312, CutForm::two_bands, 7, 6, 3, 2, 7, 6},
-    {202401, 202412, CutForm::two_bands, 7, 6, 0, 0, 7, 6},
-    {202501, 999912, CutForm::none, 0, 0, 0, 0, 0, 0},
+    {0, 202112, CutForm::none, 0, 0, 0, 0},
+    {202201, 202205, CutForm::single, 0, 0.8, 0, 0},
+    {202206, 202206, CutForm::none, 0, 0, 0, 0},
+    {202207, 202209, CutForm::single, 0, 0.8, 0, 0},
+    {202210, 202212, CutForm::single_new, 0, 1, 0, 2},
+    {202301, 202306, CutForm::two_bands, 3, 2, 3, 2},
+    {202307, 202312, CutForm::two_bands, 7, 6, 7, 6},
+    {202401, 202412, CutForm::two_bands, 7, 6, 7, 6},
+    {202501, 999912, CutForm::none, 0, 0, 0, 0},
 }};
 
 constexpr double kLowWage = 1923;   // euro a month, included
 constexpr double kHighWage = 2692;  // euro a month, not included
 
-/// The three amounts of a cut and where they are kept.
+/// Where the amounts of a cut are kept.
 struct CutFields {
     Descriptor month;  ///< on the month's wage
     Descriptor apart;  ///< on the wage of items 59, 60, 74
-    Descriptor extra;  ///< on the 13th and 14th payments
 };
-constexpr CutFields kSingle{PB06, PB10, PB07};
-constexpr CutFields kHighBand{PB14, PB15, PB16};
-constexpr CutFields kLowBand{PB26, PB29, PB28};
+constexpr CutFields kSingle{PB06, PB10};
+constexpr CutFields kHighBand{PB14, PB15};
+constexpr CutFields kLowBand{PB26, PB29};
 
-/// What of the cut's table applies to the slip; no fields when no cut does.
+/// What of the table applies to the slip; no fields when no cut does.
 struct Band {
     const CutFields* fields = nullptr;
     double percent = 0;
-    double extra_percent = 0;
     double half_points = 0;
 };
 
 double month_wage() {
-    return num(P240) - contributions.extra_month_wage;
+    return num(P240) - slip.extra_month_wage;
 }
 
 /// Wage of the earlier slip of the month. Without one the field may still hold another month's.
@@ -66,40 +64,34 @@ double earlier_slip_wage() {
     return slip.earlier_slip_this_month ? num(P268) : 0;
 }
 
-/// The wage that is held against the limits: the month's, or the payment itself on a slip that has
-/// only a 13th or 14th payment.
-double tested_wage(CutForm form) {
-    const double month = month_wage() + earlier_slip_wage();
-    return form == CutForm::two_bands && month <= 0 ? contributions.extra_month_wage : month;
-}
-
-Band band_of_slip() {
-    const CutPeriod& rule = cut_period(period.yyyymm());
+Band band_of_slip(const CutPeriod& rule) {
     if (rule.form == CutForm::none || num(PB05) != 0) {
         return {};
     }
-    const double wage = tested_wage(rule.form);
+    const double wage = month_wage() + earlier_slip_wage();
     if (rule.form == CutForm::two_bands && wage <= kLowWage) {
-        return {&kLowBand, rule.low, rule.extra_low, rule.half_low};
+        return {&kLowBand, rule.low, rule.half_low};
     }
     if (wage >= kHighWage) {
         return {};
     }
-    if (rule.form == CutForm::two_bands) {
-        return {&kHighBand, rule.high, rule.extra_high, rule.half_high};
-    }
-    // In 2022 the 13th payment counts on the second slip of the month only.
-    const double extra = earlier_slip_wage() != 0 ? rule.extra_high : 0;
-    const CutFields& fields = rule.form == CutForm::single ? kSingle : kHighBand;
-    return {&fields, rule.high, extra, rule.half_high};
+    return {rule.form == CutForm::single ? &kSingle : &kHighBand, rule.high, rule.half_high};
 }
 
-/// Writes one amount of the cut, at most what is left of the contribution due.
-double take(const Descriptor& field, double wage, double percent, double& left) {
-    const double amount = std::min(arrotonda(std::max(0.0, wage) * percent / 100), left);
-    scrivi(field, amount);
-    left -= amount;
-    return amount;
+/// The 13th payment has a cut of its own, by its own amount. In 2022 it counts on the second slip
+/// of a month below the limit.
+bool extra_payment_counts(const CutPeriod& rule, const Band& band) {
+    if (num(PB05) != 0) {
+        return false;
+    }
+    return rule.form == CutForm::two_bands || (band.fields != nullptr && earlier_slip_wage() != 0);
+}
+
+/// Writes an amount of the cut, at most what is left of the contribution due.
+double take(const Descriptor& field, double amount, double& left) {
+    scrivi(field, std::min(arrotonda(std::max(0.0, amount)), left));
+    left -= num(field);
+    return num(field);
 }
 
 /// The employee's pension rate: S010 for apprentices (P045 5), S003 for the others.
@@ -170,16 +162,24 @@ int cut_periods_of(double yyyymm) {
 }
 
 double contribution_cut(double due) {
-    azzera({PB06, PB10, PB07, PB14, PB15, PB16, PB26, PB29, PB28});
-    const Band band = band_of_slip();
-    if (band.fields == nullptr) {
+    if (num(PB05) != 0) {
         return 0;
     }
-    const double apart = contributions.reduction_exclusions;
+    const CutPeriod& rule = cut_period(period.yyyymm());
+    const Band band = band_of_slip(rule);
     double left = std::max(0.0, due);
-    return take(band.fields->month, month_wage() - apart, band.percent, left) +
-           take(band.fields->apart, apart, band.percent, left) +
-           take(band.fields->extra, contributions.extra_month_wage, band.extra_percent, left);
+    double cut = 0;
+    azzera({PB06, PB10, PB14, PB15, PB26, PB29});
+    if (band.fields != nullptr) {
+        const double apart = slip.items_59_60_74;
+        cut += take(band.fields->month, (month_wage() - apart) * band.percent / 100, left);
+        cut += take(band.fields->apart, apart * band.percent / 100, left);
+    }
+    const bool counts = extra_payment_counts(rule, band);
+    for (const Descriptor& field : {PB07, PB16, PB28}) {
+        cut += take(field, counts ? num(field) : 0, left);
+    }
+    return cut;
 }
 
 bool half_share() {
@@ -188,7 +188,7 @@ bool half_share() {
 }
 
 double half_share_amount() {
-    const Band band = band_of_slip();
+    const Band band = band_of_slip(cut_period(period.yyyymm()));
     scrivi(PB21, (pension_rate() - band.half_points) / 2 * num(P240) / 100);
     return num(PB21) + (band.fields == nullptr ? 0 : num(band.fields->apart));
 }

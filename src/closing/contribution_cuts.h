@@ -18,10 +18,8 @@ struct CutPeriod {
     int from;  ///< year x 100 + month
     int to;
     CutForm form;
-    double low;        ///< percent up to 1923 euro
-    double high;       ///< percent below 2692 euro
-    double extra_low;  ///< the same on 13th and 14th payments
-    double extra_high;
+    double low;       ///< percent up to 1923 euro
+    double high;      ///< percent below 2692 euro
     double half_low;  ///< points off the rate before it is halved for PB20 1 and 2
     double half_high;
 };
@@ -32,8 +30,9 @@ struct CutPeriod {
 [[nodiscard]] int cut_periods_of(double yyyymm);
 
 /// Works out the cut of the month: writes its fields (PB06 ... PB29) and returns the amount to take
-/// off Q224, at most the contribution `due`. L. 234/2021, art. 1, c. 121; D.L. 115/2022, art. 20;
-/// L. 197/2022, art. 1, c. 281; D.L. 48/2023, art. 39; L. 213/2023, art. 1, c. 15.
+/// off Q224, at most the contribution `due`. The part of the 13th payment stands already in PB07,
+/// PB16 or PB28, as the walk of the lines has left it. L. 234/2021, art. 1, c. 121; D.L. 115/2022,
+/// art. 20; L. 197/2022, art. 1, c. 281; D.L. 48/2023, art. 39; L. 213/2023, art. 1, c. 15.
 [[nodiscard]] double contribution_cut(double due);
 
 /// Is half of the employee's share taken over (PB20 1 or 2)?

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <string>
 
 #include "calc/slip.h"
 #include "calc/slip_lines.h"
@@ -10,7 +9,6 @@
 #include "platform/failure.h"
 #include "records/dictionary/DIPX.h"
 #include "records/dictionary/DITX.h"
-#include "records/dictionary/FOTX.h"
 #include "records/dictionary/SETX.h"
 #include "records/fields.h"
 #include "records/numbers.h"
@@ -161,41 +159,6 @@ void deduction_from_base() {
     }
 }
 
-// ---- Wages that the cut tells apart ----
-
-constexpr std::array<int, 3> kItemsApart{59, 60, 74};
-
-/// Amount of a slip line that counts in the contribution wage; deductions with their sign.
-double contributory_amount(const std::string& line) {
-    if (num(Z014) == 0) {
-        return 0;
-    }
-    const double quantity = valore(ritaglia(line, 5, 13)) / 100;
-    const double rate = valore(ritaglia(line, 18, 13)) / 100000;
-    return num(Z011) == 1 ? -quantity * rate : quantity * rate;
-}
-
-/// Does the formula of the item count the instalments of the 13th or 14th month?
-bool pays_extra_month() {
-    const std::string& item = area(Area::FOTX);
-    return item.find("Q164") != std::string::npos || item.find("Q165") != std::string::npos;
-}
-
-void sum_wages_apart() {
-    contributions.reduction_exclusions = 0;
-    contributions.extra_month_wage = 0;
-    ModSWCALM::walk_lines([](int /*number*/, int code, const std::string& line) {
-        const bool apart =
-            std::find(kItemsApart.begin(), kItemsApart.end(), code) != kItemsApart.end();
-        if (apart || pays_extra_month()) {
-            double& sum =
-                apart ? contributions.reduction_exclusions : contributions.extra_month_wage;
-            sum = importo(sum + contributory_amount(line));
-        }
-        return true;
-    });
-}
-
 // ---- Amounts ----
 
 constexpr std::size_t kFirstBracketCell = 30;  // F152, euro a month
@@ -302,10 +265,8 @@ void item_bases_after_fund() {
     if (period.year() == 2022) {
         ModSWCALM::sum_reduction_items();
     } else if (period.year() >= 2023) {
-        ModSWCALM::sum_reduction_items();
         ModSWCALM::sum_extra_month_items();
     }
-    sum_wages_apart();
 }
 
 void employee_amounts(Pass pass) {

@@ -28,8 +28,6 @@ struct Contributions {
     std::array<double, 11> amounts{};  ///< employee's share in euro
     double residue_item4 = 0;          ///< what is left of the yearly ceiling of item 4
     double reductions = 0;             ///< contribution cut of the month, taken off Q224
-    double reduction_exclusions = 0;   ///< wage of items 59, 60, 74, shown apart in the cut
-    double extra_month_wage = 0;       ///< wage of the 13th and 14th lines of the slip
 };
 extern Contributions contributions;
 

@@ -34,16 +34,14 @@ std::string bracket(const std::string& limit, const std::array<const char*, 7>& 
 
 class HouseholdTableTest : public test_support::SlipFixture {
   protected:
-    HouseholdTableTest() {
-        table(232, "ANF11.DAT");
-    }
+    HouseholdTableTest() { table(232, "ANF11.DAT"); }
     /// Two brackets: up to 15000.00 and up to 30000.00.
     void table(std::size_t file, const std::string& name) {
         archive_.define(file, name, static_cast<int>(kRecord));
-        archive_.write(name, bracket("15000.00", {"0", "0", "137.50", "258.33", "375.00", "500.00",
-                                                  "625.00"}) +
-                                 bracket("30000.00", {"0", "0", "100.00", "200.00", "300.00",
-                                                      "400.00", "500.00"}));
+        archive_.write(
+            name,
+            bracket("15000.00", {"0", "0", "137.50", "258.33", "375.00", "500.00", "625.00"}) +
+                bracket("30000.00", {"0", "0", "100.00", "200.00", "300.00", "400.00", "500.00"}));
     }
 
     test_support::ArchiveDirectory archive_;
@@ -87,10 +85,8 @@ TEST_F(HouseholdTableTest, EachCharacterLeadsToItsFile) {
     for (std::size_t i = 0; i < characters.size(); ++i) {
         const std::string sum = std::to_string(100 + i);
         archive_.define(files[i], "T.DAT", static_cast<int>(kRecord));
-        archive_.write("T.DAT",
-                       bracket("99999.99", {"0", "0", sum.c_str(), "0", "0", "0", "0"}));
-        EXPECT_EQ(ALTRIANF(3, 10000, characters[i]), static_cast<double>(100 + i))
-            << characters[i];
+        archive_.write("T.DAT", bracket("99999.99", {"0", "0", sum.c_str(), "0", "0", "0", "0"}));
+        EXPECT_EQ(ALTRIANF(3, 10000, characters[i]), static_cast<double>(100 + i)) << characters[i];
     }
 }
 
@@ -130,8 +126,7 @@ TEST_F(HouseholdTableTest, LargeHouseholdsOfTheOtherTables) {
 }
 
 TEST_F(HouseholdTableTest, ALargeHouseholdDoesNotPay) {
-    archive_.write("ANF11.DAT",
-                   bracket("15000.00", {"0", "0", "0", "0", "0", "0", "100.00"}));
+    archive_.write("ANF11.DAT", bracket("15000.00", {"0", "0", "0", "0", "0", "0", "100.00"}));
     EXPECT_EQ(ALTRIANF(8, 10000, '0'), 0);  // 100 + 15 - 218.75
 }
 

@@ -40,11 +40,7 @@ class ContributionCutsTest : public test_support::SlipFixture {
         svuota({Q224, Q225});
         scrivi(P240, wage);
         scrivi(P250, wage);
-        const double apart = contributions.reduction_exclusions;
-        const double extra = contributions.extra_month_wage;
         item_bases_before_fund();
-        contributions.reduction_exclusions = apart;
-        contributions.extra_month_wage = extra;
         employee_amounts();
     }
 };
@@ -68,21 +64,21 @@ struct Cut {
 
 TEST_F(ContributionCutsTest, EachPeriodCutsByItsPercentInItsField) {
     const std::array<Cut, 17> rows{{
-        {202201, 2000, PB06, 16},    // 0.8 %
-        {202205, 2000, PB06, 16},    //
-        {202207, 2000, PB06, 16},    //
-        {202209, 2000, PB06, 16},    //
-        {202210, 2000, PB14, 20},    // 1 %
-        {202212, 2000, PB14, 20},    //
-        {202301, 1923, PB26, 57.69},  // 3 %: the limit of 1923 is included
-        {202301, 1924, PB14, 38.48},  // 2 %
-        {202306, 1900, PB26, 57},    // 3 %
-        {202306, 2500, PB14, 50},    // 2 %
-        {202307, 1900, PB26, 133},   // 7 %
-        {202307, 2500, PB14, 150},   // 6 %
-        {202312, 1900, PB26, 133},   //
-        {202401, 1900, PB26, 133},   //
-        {202401, 2500, PB14, 150},   //
+        {202201, 2000, PB06, 16},      // 0.8 %
+        {202205, 2000, PB06, 16},      //
+        {202207, 2000, PB06, 16},      //
+        {202209, 2000, PB06, 16},      //
+        {202210, 2000, PB14, 20},      // 1 %
+        {202212, 2000, PB14, 20},      //
+        {202301, 1923, PB26, 57.69},   // 3 %: the limit of 1923 is included
+        {202301, 1924, PB14, 38.48},   // 2 %
+        {202306, 1900, PB26, 57},      // 3 %
+        {202306, 2500, PB14, 50},      // 2 %
+        {202307, 1900, PB26, 133},     // 7 %
+        {202307, 2500, PB14, 150},     // 6 %
+        {202312, 1900, PB26, 133},     //
+        {202401, 1900, PB26, 133},     //
+        {202401, 2500, PB14, 150},     //
         {202412, 1923, PB26, 134.61},  // 7 %
         {202412, 2691, PB14, 161.46},  // 6 %
     }};
@@ -159,67 +155,75 @@ TEST_F(ContributionCutsTest, TheWageOfAnEarlierSlipOfTheMonthJoinsTheTest) {
 // ---- Wages told apart ----
 
 TEST_F(ContributionCutsTest, TheWageOfTheItemsApartIsShownByItself) {
-    contributions.reduction_exclusions = 100;
+    slip.items_59_60_74 = 100;
     run(202405, 1909);
     EXPECT_EQ(num(PB26), 126.63);  // (1909 - 100) x 7 %
     EXPECT_EQ(num(PB29), 7);
     EXPECT_EQ(num(Q224), 41.81);
-    contributions.reduction_exclusions = 100;
+    slip.items_59_60_74 = 100;
     run(202405, 2000);
     EXPECT_EQ(num(PB14), 114);  // 1900 x 6 %
     EXPECT_EQ(num(PB15), 6);
-    contributions.reduction_exclusions = 100;
+    slip.items_59_60_74 = 100;
     run(202203, 2000);
     EXPECT_EQ(num(PB06), 15.20);
     EXPECT_EQ(num(PB10), 0.80);
-    contributions.reduction_exclusions = 100;
+    slip.items_59_60_74 = 100;
     run(202211, 2000);
     EXPECT_EQ(num(PB14), 19);
     EXPECT_EQ(num(PB15), 1);
 }
 
-TEST_F(ContributionCutsTest, The13thPaymentHasItsOwnPercentAndLeavesTheTest) {
-    contributions.extra_month_wage = 1800;
-    run(202312, 3600);  // 1800 of the month and 1800 of the 13th
+TEST_F(ContributionCutsTest, The13thPaymentHasItsOwnPartAndLeavesTheTest) {
+    slip.extra_month_wage = 1800;
+    scrivi(PB28, 54);           // 1800 x 3 %, from the lines
+    run(202312, 3600);          // 1800 of the month and 1800 of the 13th
     EXPECT_EQ(num(PB26), 126);  // 1800 x 7 %
-    EXPECT_EQ(num(PB28), 54);   // 1800 x 3 %
     EXPECT_EQ(contributions.reductions, 180);
-    contributions.extra_month_wage = 2000;
+    azzera({PB28});
+    scrivi(PB16, 40);  // 2000 x 2 %
+    slip.extra_month_wage = 2000;
     run(202306, 4500);
     EXPECT_EQ(num(PB14), 50);  // 2500 x 2 %
-    EXPECT_EQ(num(PB16), 40);  // 2000 x 2 %
-    contributions.extra_month_wage = 1800;
-    run(202412, 3600);
-    EXPECT_EQ(num(PB26), 126);
-    EXPECT_EQ(num(PB28), 0);  // none in 2024
-}
-
-TEST_F(ContributionCutsTest, ASlipOfThe13thAloneIsTestedOnThePayment) {
-    contributions.extra_month_wage = 1900;
-    set_additional(202312);
-    run_slip(1900);
-    EXPECT_EQ(contributions.reductions, 57);  // 3 %
-    contributions.extra_month_wage = 2500;
-    run_slip(2500);
-    EXPECT_EQ(contributions.reductions, 50);  // 2 %
-    contributions.extra_month_wage = 2692;
-    run_slip(2692);
-    EXPECT_EQ(contributions.reductions, 0);
+    EXPECT_EQ(contributions.reductions, 90);
+    run(202306, 5000);  // a month above the limit, a 13th below it
+    EXPECT_EQ(num(PB14), 0);
+    EXPECT_EQ(contributions.reductions, 40);
 }
 
 TEST_F(ContributionCutsTest, In2022The13thIsCutOnTheSecondSlipOfTheMonthOnly) {
-    contributions.extra_month_wage = 1500;
+    slip.extra_month_wage = 1500;
+    scrivi(PB16, 15);  // 1 %, from the lines
     run(202212, 1500);
     EXPECT_EQ(contributions.reductions, 0);
     slip.earlier_slip_this_month = true;
     scrivi(P268, 2000);
-    contributions.extra_month_wage = 1500;
+    scrivi(PB16, 15);
     run(202212, 1500);
-    EXPECT_EQ(num(PB16), 15);
     EXPECT_EQ(contributions.reductions, 15);
-    contributions.extra_month_wage = 1500;
+    azzera({PB16});
+    scrivi(PB07, 12);  // 0.8 %
     run(202203, 1500);
-    EXPECT_EQ(num(PB07), 12);
+    EXPECT_EQ(contributions.reductions, 12);
+    scrivi(P268, 2692);
+    run(202203, 1500);
+    EXPECT_EQ(contributions.reductions, 0);
+}
+
+TEST_F(ContributionCutsTest, TheCutOfAllPaymentsIsAtMostTheContributionDue) {
+    slip.PCTCONTR[1] = 5.84;
+    slip.items_59_60_74 = 100;
+    slip.extra_month_wage = 1000;
+    scrivi(PB28, 30);
+    run(202312, 2000);
+    // 7 % of 900 = 63, of 100 = 7, 3 % of 1000 = 30: 100; due 116.80
+    EXPECT_EQ(contributions.reductions, 100);
+    slip.PCTCONTR[1] = 3.40;
+    run(202312, 2000);  // due 68: 63 and 5
+    EXPECT_EQ(num(PB26), 63);
+    EXPECT_EQ(num(PB29), 5);
+    EXPECT_EQ(num(PB28), 0);
+    EXPECT_EQ(num(Q224), 0);
 }
 
 // ---- Wages told apart, from the lines of the slip ----
@@ -232,21 +236,18 @@ class SlipLinesApartTest : public ContributionCutsTest {
         MXLIBRERIA::FAIOPEN(401);
     }
 
-    static std::string item(double social_class, double sign, const std::string& token) {
+    static std::string item(double social_class, const std::string& token) {
         area(Area::FOTX) = test_support::empty_record(Area::FOTX, 1500);
         scrivi(Z014, social_class);
-        scrivi(Z011, sign);
         scrivi(Z051, token);
         return area(Area::FOTX);
     }
-    /// Items 1 to 80: 59, 60 and 74 ordinary ones, 70 a 13th payment, 71 one outside contributions,
-    /// 72 a deduction counted by instalments of the 14th.
+    /// Items 1 to 80: ordinary ones, 70 a 13th payment, 71 the same outside contributions.
     void write_items() const {
         std::string bytes;
         for (int code = 1; code <= 80; ++code) {
-            const bool counted = code >= 70 && code <= 72;
-            bytes += item(code == 71 ? 0 : 1, code == 72 ? 1 : 0,
-                          counted ? (code == 72 ? ".Q165" : ".Q164") : ".P208");
+            const bool counted = code == 70 || code == 71;
+            bytes += item(code == 71 ? 0 : 1, counted ? ".Q164" : ".P208");
         }
         archive_.write("VOCI.DAT", bytes);
     }
@@ -263,23 +264,54 @@ class SlipLinesApartTest : public ContributionCutsTest {
     test_support::ArchiveDirectory archive_;
 };
 
-TEST_F(SlipLinesApartTest, TheLinesAreSummedByWhatTheyPay) {
-    line(1, 1, 26, 70);
-    line(2, 59, 2, 10.5);
+TEST_F(SlipLinesApartTest, TheCutIsTakenFromTheLinesOfTheSlip) {
+    line(1, 1, 26, 70);    // 1820 of the month
+    line(2, 59, 2, 10.5);  // 29 apart
     line(3, 60, 1, 4);
     line(4, 74, 0.5, 8);
-    line(5, 70, 12, 150);
-    line(6, 71, 12, 33);
-    line(7, 72, 2, 25);
+    line(5, 70, 12, 150);  // 1800 of the 13th
+    line(6, 71, 12, 33);   // outside contributions
+    set_period(202312);
+    scrivi(P240, 3649);
+    item_bases_before_fund();
     item_bases_after_fund();
-    EXPECT_EQ(contributions.reduction_exclusions, 29);  // 21 + 4 + 4
-    EXPECT_EQ(contributions.extra_month_wage, 1750);    // 1800 - 50; item 71 bears nothing
+    employee_amounts();
+    // 13th tested by itself: 1800 x 3 % = 54. Month 3649 - 1800 = 1849, of which 29 apart:
+    // 1820 x 7 % = 127.40, 29 x 7 % = 2.03. Due: 3649 x 9.19 % = 335.3431
+    EXPECT_EQ(num(PB26), 127.40);
+    EXPECT_EQ(num(PB29), 2.03);
+    EXPECT_EQ(num(PB28), 54);
+    EXPECT_NEAR(contributions.reductions, 183.43, 1e-9);
+    EXPECT_EQ(num(Q224), 151.91);  // 335.34 - 183.43
+    EXPECT_EQ(num(Q225), 335.34);
 }
 
-TEST_F(SlipLinesApartTest, AnEmptySlipHasNothingApart) {
+TEST_F(SlipLinesApartTest, In2024TheExtraMonthsHaveNoCut) {
+    line(1, 70, 12, 150);
+    set_additional(202412);
+    scrivi(P240, 1800);
+    item_bases_before_fund();
     item_bases_after_fund();
-    EXPECT_EQ(contributions.reduction_exclusions, 0);
-    EXPECT_EQ(contributions.extra_month_wage, 0);
+    employee_amounts();
+    EXPECT_EQ(contributions.reductions, 0);
+    EXPECT_EQ(num(Q224), 165.42);  // 1800 x 9.19 %
+}
+
+TEST_F(SlipLinesApartTest, ASlipOfThe13thAloneIsCutByItsOwnAmountIn2023) {
+    line(1, 70, 12, 150);
+    set_additional(202312);
+    scrivi(P240, 1800);
+    item_bases_before_fund();
+    item_bases_after_fund();
+    employee_amounts();
+    EXPECT_EQ(contributions.reductions, 54);  // 3 %
+    line(1, 70, 12, 200);
+    scrivi(P240, 2400);
+    svuota({Q224, Q225});
+    item_bases_before_fund();
+    item_bases_after_fund();
+    employee_amounts();
+    EXPECT_EQ(contributions.reductions, 48);  // 2 %
 }
 
 // ---- Half of the employee's share ----
@@ -313,13 +345,13 @@ TEST_F(ContributionCutsTest, TheHalfShareIsTakenOnTheRateLessTheCut) {
         double share;
     };
     const std::array<Half, 8> rows{{
-        {202206, 2000, 91.90},  // no cut: 4.595 %
-        {202203, 2000, 91.90},  // the form of early 2022 is not taken off
-        {202211, 2000, 71.90},  // (9.19 - 2) / 2 = 3.595 %
-        {202305, 2500, 89.88},  // 3.595 % = 89.875
-        {202305, 1800, 55.71},  // (9.19 - 3) / 2 = 3.095 %
-        {202307, 2500, 39.88},  // (9.19 - 6) / 2 = 1.595 % = 39.875
-        {202307, 1800, 19.71},  // (9.19 - 7) / 2 = 1.095 %
+        {202206, 2000, 91.90},   // no cut: 4.595 %
+        {202203, 2000, 91.90},   // the form of early 2022 is not taken off
+        {202211, 2000, 71.90},   // (9.19 - 2) / 2 = 3.595 %
+        {202305, 2500, 89.88},   // 3.595 % = 89.875
+        {202305, 1800, 55.71},   // (9.19 - 3) / 2 = 3.095 %
+        {202307, 2500, 39.88},   // (9.19 - 6) / 2 = 1.595 % = 39.875
+        {202307, 1800, 19.71},   // (9.19 - 7) / 2 = 1.095 %
         {202405, 3000, 137.85},  // no cut above the limits: 4.595 %
     }};
     for (const Half& row : rows) {
@@ -331,7 +363,7 @@ TEST_F(ContributionCutsTest, TheHalfShareIsTakenOnTheRateLessTheCut) {
 
 TEST_F(ContributionCutsTest, TheShareOfTheItemsApartIsAddedToTheHalf) {
     scrivi(PB20, 1);
-    contributions.reduction_exclusions = 100;
+    slip.items_59_60_74 = 100;
     run(202405, 2000);
     EXPECT_EQ(num(PB15), 6);      // 100 x 6 %
     EXPECT_EQ(num(PB21), 31.90);  // (9.19 - 6) / 2 % of 2000
@@ -410,10 +442,9 @@ TEST_F(MothersReliefTest, EachCompanyHasItsMonths) {
         const char* company;
         int last;
     };
-    for (const Window& row :
-         {Window{"90000000022", 202402}, Window{"11111111111", 202402},
-          Window{"90000000011", 202402}, Window{"90000000077", 202402},
-          Window{"90000000088", 202402}, Window{"90000000099", 202404}}) {
+    for (const Window& row : {Window{"90000000022", 202402}, Window{"11111111111", 202402},
+                              Window{"90000000011", 202402}, Window{"90000000077", 202402},
+                              Window{"90000000088", 202402}, Window{"90000000099", 202404}}) {
         scrivi(T013, row.company);
         for (int month = 202310; month <= 202412; month = next_month(month)) {
             azzera({PB21, QA29});
