@@ -189,7 +189,8 @@ bool half_share() {
 
 double half_share_amount() {
     const Band band = band_of_slip(cut_period(period.yyyymm()));
-    scrivi(PB21, (pension_rate() - band.half_points) / 2 * num(P240) / 100);
+    const double percent = std::max(0.0, pension_rate() - band.half_points) / 2;
+    scrivi(PB21, percent * num(P240) / 100);
     return num(PB21) + (band.fields == nullptr ? 0 : num(band.fields->apart));
 }
 

@@ -382,6 +382,17 @@ TEST_F(ContributionCutsTest, AnApprenticesHalfShareReplacesItem8) {
     EXPECT_EQ(num(Q224), 29.20);
 }
 
+TEST_F(ContributionCutsTest, ACutLargerThanTheRateLeavesNoHalf) {
+    scrivi(PB20, 1);
+    scrivi(P045, 5);
+    azzera({P181});
+    scrivi(P188, 1);
+    slip.PCTCONTR[8] = 5.84;
+    run(202405, 2000);  // 6 points off 5.84 percent
+    EXPECT_EQ(num(PB21), 0);
+    EXPECT_EQ(num(Q224), 0);
+}
+
 // ---- Relief of mothers ----
 
 class MothersReliefTest : public ContributionCutsTest {

@@ -5,7 +5,7 @@
 #include "closing/allowances.h"
 #include "closing/contribution_cuts.h"
 #include "records/dictionary/DIPX.h"
-#include "records/dictionary/DITX.h"
+#include "records/dictionary/SETX.h"
 #include "tests/unit/contributions/slip_fixture.h"
 
 using namespace MXREPOSITORY;
@@ -32,6 +32,7 @@ TEST_F(ContributionsThroughTheYears, EachMonthLiesInExactlyOnePeriodOfTheCut) {
 TEST_F(ContributionsThroughTheYears, NoMonthAndNoKindOfSlipFails) {
     scrivi(P181, 1);
     ModSWCALM::slip.PCTCONTR[1] = 9.19;
+    scrivi(S003, 9.19);
     scrivi(P240, 2000);
     scrivi(P250, 2000);
     for (int month = kFirst; month <= kLast; month = next_month(month)) {
