@@ -15,6 +15,8 @@ namespace bench {
 /// The console's report, and the best rate of each benchmark.
 class RatioReporter : public benchmark::ConsoleReporter {
   public:
+    RatioReporter() : ConsoleReporter(OO_Tabular) {}  // without colours, for a log
+
     void ReportRuns(const std::vector<Run>& runs) override {
         for (const Run& run : runs) {
             const auto rate = run.counters.find("items_per_second");

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bitset>
+#include <charconv>
 #include <cmath>
 #include <string_view>
 #include <thread>
@@ -228,13 +229,29 @@ double open_records(double n, OpenMode mode) {
     return length;
 }
 
+/// Records "PROCEDURE (n-record)" in the trace. Each record read or written passes here, so whole
+/// numbers are put together in place.
+void trace_record(std::string_view procedure, double n, double record) {
+    constexpr double kWhole = 1e15;
+    if (n != std::floor(n) || record != std::floor(record) || std::abs(record) >= kWhole) {
+        TRACCIA(std::string(procedure) + testo_numero(n) + "-" + testo_numero(record) + ")");
+        return;
+    }
+    std::array<char, 64> name{};
+    char* end = std::copy(procedure.begin(), procedure.end(), name.data());
+    char* const limit = name.data() + name.size() - 1;
+    end = std::to_chars(end, limit, static_cast<std::int64_t>(n)).ptr;
+    *end++ = '-';
+    end = std::to_chars(end, limit, static_cast<std::int64_t>(record)).ptr;
+    *end++ = ')';
+    TRACCIA({name.data(), static_cast<std::size_t>(end - name.data())});
+}
+
 /// What reading and writing a record have in common; returns its 0-based position in the file.
 std::uint64_t begin_record(double n, double record, std::string_view procedure) {
     FileTable::Entry& file = entry(n);
     file.ULTIMOREC = record;
-    std::string name(procedure);
-    name.append(testo_numero(n)).append("-").append(testo_numero(record)).append(")");
-    TRACCIA(name);
+    trace_record(procedure, n, record);
     if (static_cast<double>(file.RECORD.size()) != file.LUNGHEZZE) {
         fail(platform::kBadRecordLength, n);
     }
