@@ -14,6 +14,7 @@
 #include "records/numbers.h"
 #include "run/period.h"
 #include "run/trace.h"
+#include "tax/deductions.h"
 
 namespace ModSwCalm2 {
 
@@ -168,6 +169,7 @@ void year_to_date_block() {
     accident_insurance();
     other_sums_to_date();
     repeat_guard();
+    ModSWCALB::drop_slip_without_tax_codes();
 }
 
 }  // namespace ModSwCalm2
