@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <charconv>
 #include <cmath>
+#include <cstring>
 #include <optional>
 
 #include "platform/failure.h"
@@ -19,18 +21,16 @@ namespace {
 
 std::array<std::string, kAreaCount> areas;  // process-wide: one buffer for each tag
 
+const std::string kAreaItself;  // no buffer: the area of the descriptor
+
 constexpr const char* kReadName = "RepoR";
 constexpr const char* kWriteName = "RepoW";
 
-/// Runs an accessor; a failure inside it carries the accessor's pseudo name to the handler.
-template <class Body>
-auto named_failure(const char* name, Body body) {
-    try {
-        return body();
-    } catch (Failure& failure) {
-        failure.pseudo_name = name;
-        throw;
-    }
+/// A failure inside an accessor carries the accessor's pseudo name to the handler. To be called in
+/// the catch block.
+[[noreturn]] void rethrow_named(Failure& failure, const char* name) {
+    failure.pseudo_name = name;
+    throw;
 }
 
 /// A descriptor text made at run time, cut by position; an unknown tag stays Area::unknown.
@@ -69,7 +69,9 @@ std::int16_t checked16(int value) {
 
 /// 0-based position of an occurrence's first character.
 std::size_t start_of(const Descriptor& d, std::int16_t occurrence) {
-    const int position = checked16(d.offset + SPOSTAMENTOOCCORRENZA(d, occurrence));
+    const bool first = occurrence == 0 && d.area != Area::DI2X;  // where no group is looked up
+    const int position =
+        first ? d.offset : checked16(d.offset + SPOSTAMENTOOCCORRENZA(d, occurrence));
     if (position < 1) {
         throw Failure(platform::kInvalidCall);
     }
@@ -117,24 +119,54 @@ std::string decode(std::string_view raw, const Descriptor& d) {
 constexpr std::array<double, 10> kUnits{1, 10, 100, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9};
 constexpr std::int16_t kExactDigits = 15;  ///< a double holds every number of so many digits
 
+/// Eight digits at once, where the machine's byte order lets them be read as one word: neighbours
+/// are joined to pairs, pairs to fours, fours to eight. Nothing if one of them is no digit.
+bool eight_digits(const char* text, std::uint64_t& value) {
+    std::uint64_t word = 0;
+    std::memcpy(&word, text, sizeof word);
+    constexpr std::uint64_t kHigh = 0xF0F0F0F0F0F0F0F0U;
+    const std::uint64_t beyond_nine = ((word + 0x0606060606060606U) & kHigh) >> 4U;
+    if (((word & kHigh) | beyond_nine) != 0x3333333333333333U) {
+        return false;
+    }
+    word = ((word & 0x0F0F0F0F0F0F0F0FU) * 2561) >> 8U;
+    word = ((word & 0x00FF00FF00FF00FFU) * 6553601) >> 16U;
+    value = ((word & 0x0000FFFF0000FFFFU) * 42949672960001U) >> 32U;
+    return true;
+}
+
+/// The whole number of a text of digits and nothing else; `digits` at most 15.
+bool whole_number(std::string_view digits, std::uint64_t& value) {
+    constexpr std::size_t kAtOnce = 8;
+    value = 0;
+    if constexpr (std::endian::native == std::endian::little) {
+        if (digits.size() >= kAtOnce) {
+            if (!eight_digits(digits.data(), value)) {
+                return false;
+            }
+            digits.remove_prefix(kAtOnce);
+        }
+    }
+    for (const char c : digits) {
+        const auto digit = static_cast<std::uint64_t>(static_cast<unsigned char>(c)) - '0';
+        if (digit > 9) {
+            return false;
+        }
+        value = value * 10 + digit;
+    }
+    return true;
+}
+
 double decode_number(std::string_view raw, const Descriptor& d) {
     // The ordinary field: digits only, perhaps a minus in front, that a double holds exactly. The
     // quotient by the power of ten is then the nearest double of the decimal text.
     if (d.length <= kExactDigits && d.decimals() <= d.length && !raw.empty() &&
         raw.size() == static_cast<std::size_t>(d.length)) {
         const bool negative = raw.front() == '-' && !raw_type(d);
-        std::uint64_t mantissa = 0;
-        std::size_t i = negative ? 1 : 0;
-        for (; i < raw.size(); ++i) {
-            const auto digit = static_cast<std::uint64_t>(static_cast<unsigned char>(raw[i])) - '0';
-            if (digit > 9) {
-                break;
-            }
-            mantissa = mantissa * 10 + digit;
-        }
-        if (i == raw.size()) {
+        std::uint64_t units = 0;
+        if (whole_number(raw.substr(negative ? 1 : 0), units)) {
             const double value =
-                static_cast<double>(mantissa) / kUnits[static_cast<std::size_t>(d.decimals())];
+                static_cast<double>(units) / kUnits[static_cast<std::size_t>(d.decimals())];
             return negative ? -value : value;
         }
     }
@@ -212,6 +244,15 @@ std::string read_field(const Descriptor& d, std::int16_t occurrence, const std::
     }
     const std::string* source = area_or_message(d.area);
     return decode(source == nullptr ? std::string_view() : slice(*source, start, d), d);
+}
+
+double read_number(const Descriptor& d, std::int16_t occurrence, const std::string& buffer) {
+    const std::size_t start = start_of(d, occurrence);
+    if (!buffer.empty()) {
+        return decode_number(slice(buffer, start, d), d);
+    }
+    const std::string* source = area_or_message(d.area);
+    return source == nullptr ? 0 : decode_number(slice(*source, start, d), d);
 }
 
 /// Stores a text whose comma is already a point.
@@ -360,25 +401,29 @@ void clear_areas() {
 
 std::string LEGGICAMPO(const Descriptor& descriptor, std::int16_t occurrence,
                        const std::string& buffer) {
-    return named_failure(kReadName, [&] { return read_field(descriptor, occurrence, buffer); });
+    try {
+        return read_field(descriptor, occurrence, buffer);
+    } catch (Failure& failure) {
+        rethrow_named(failure, kReadName);
+    }
 }
 
 std::string LEGGICAMPO(const std::string& descriptor, std::int16_t occurrence,
                        const std::string& buffer) {
-    return named_failure(
-        kReadName, [&] { return read_field(cut_at_run_time(descriptor), occurrence, buffer); });
+    try {
+        return read_field(cut_at_run_time(descriptor), occurrence, buffer);
+    } catch (Failure& failure) {
+        rethrow_named(failure, kReadName);
+    }
 }
 
 double LEGGICAMPONUM(const Descriptor& descriptor, std::int16_t occurrence,
                      const std::string& buffer) {
-    return named_failure(kReadName, [&] {
-        if (buffer.empty() && descriptor.area == Area::unknown) {
-            return valore(read_field(descriptor, occurrence, buffer));
-        }
-        const std::string& source = buffer.empty() ? area(descriptor.area) : buffer;
-        return decode_number(slice(source, start_of(descriptor, occurrence), descriptor),
-                             descriptor);
-    });
+    try {
+        return read_number(descriptor, occurrence, buffer);
+    } catch (Failure& failure) {
+        rethrow_named(failure, kReadName);
+    }
 }
 
 double LEGGICAMPONUM(const std::string& descriptor, std::int16_t occurrence,
@@ -388,24 +433,38 @@ double LEGGICAMPONUM(const std::string& descriptor, std::int16_t occurrence,
 
 void SCRIVICAMPO(const Descriptor& descriptor, std::string& value, std::int16_t occurrence,
                  std::string& buffer) {
-    named_failure(kWriteName, [&] { write_field(descriptor, value, occurrence, buffer); });
+    try {
+        write_field(descriptor, value, occurrence, buffer);
+    } catch (Failure& failure) {
+        rethrow_named(failure, kWriteName);
+    }
 }
 
 void SCRIVICAMPO(const std::string& descriptor, std::string& value, std::int16_t occurrence,
                  std::string& buffer) {
-    named_failure(kWriteName,
-                  [&] { write_field(cut_at_run_time(descriptor), value, occurrence, buffer); });
+    try {
+        write_field(cut_at_run_time(descriptor), value, occurrence, buffer);
+    } catch (Failure& failure) {
+        rethrow_named(failure, kWriteName);
+    }
 }
 
 void SCRIVICAMPONUM(const Descriptor& descriptor, double value, std::int16_t occurrence,
                     std::string& buffer) {
-    named_failure(kWriteName, [&] { write_number(descriptor, value, occurrence, buffer); });
+    try {
+        write_number(descriptor, value, occurrence, buffer);
+    } catch (Failure& failure) {
+        rethrow_named(failure, kWriteName);
+    }
 }
 
 void SCRIVICAMPONUM(const std::string& descriptor, double value, std::int16_t occurrence,
                     std::string& buffer) {
-    named_failure(kWriteName,
-                  [&] { write_number(cut_at_run_time(descriptor), value, occurrence, buffer); });
+    try {
+        write_number(cut_at_run_time(descriptor), value, occurrence, buffer);
+    } catch (Failure& failure) {
+        rethrow_named(failure, kWriteName);
+    }
 }
 
 std::int16_t SPOSTAMENTOOCCORRENZA(const Descriptor& descriptor, std::int16_t occurrence) {
@@ -431,13 +490,11 @@ std::int16_t SPOSTAMENTOOCCORRENZA(const std::string& descriptor, std::int16_t o
 }
 
 double num(const Descriptor& field, int occurrence) {
-    static const std::string area_itself;
-    return LEGGICAMPONUM(field, static_cast<std::int16_t>(occurrence), area_itself);
+    return LEGGICAMPONUM(field, static_cast<std::int16_t>(occurrence), kAreaItself);
 }
 
 std::string testo(const Descriptor& field, int occurrence) {
-    static const std::string area_itself;
-    return LEGGICAMPO(field, static_cast<std::int16_t>(occurrence), area_itself);
+    return LEGGICAMPO(field, static_cast<std::int16_t>(occurrence), kAreaItself);
 }
 
 std::string rifilato(const Descriptor& field, int occurrence) {
@@ -456,12 +513,14 @@ void scrivi(const Descriptor& field, std::string_view value, int occurrence) {
         SCRIVICAMPO(field, text, static_cast<std::int16_t>(occurrence), area_itself);
         return;
     }
-    named_failure(kWriteName, [&] {
+    try {
         const Target target = target_of(field, static_cast<std::int16_t>(occurrence), area_itself);
         if (target.buffer != nullptr) {
             write_characters(field, value, target);
         }
-    });
+    } catch (Failure& failure) {
+        rethrow_named(failure, kWriteName);
+    }
 }
 
 double aggiungi(const Descriptor& field, double amount, int occurrence) {
