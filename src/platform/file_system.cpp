@@ -281,8 +281,7 @@ std::string entry_of(const std::string& directory, const std::string& name) {
         return name;
     }
     std::string found;
-    // One thread, one listing: readdir is safe here.
-    while (const dirent* entry = ::readdir(listing)) {  // NOLINT(concurrency-mt-unsafe)
+    while (const dirent* entry = ::readdir(listing)) {
         const std::string_view entry_name(static_cast<const char*>(entry->d_name));
         if (same_name(entry_name, name) && (found.empty() || entry_name < found)) {
             found = entry_name;

@@ -22,7 +22,6 @@ namespace {
 
 using test_support::ArchiveDirectory;
 using test_support::FaultFileSystem;
-using test_support::FaultPlan;
 using test_support::IndexReader;
 using test_support::ScriptedWindow;
 
@@ -34,6 +33,10 @@ std::string key_of(std::size_t number) {
     const std::string digits = std::to_string(number);
     return std::string(kKeyLength - digits.size(), '0') + digits;
 }
+
+/// Sorted keys leave 64 in a leaf; with this many the branch has its entry 128 and is split.
+constexpr std::size_t kOneBranch = 128U * 64U;
+const std::string kLastKey = key_of(2 * kOneBranch);
 
 class FilesUnderFaults : public ::testing::Test {
   protected:
@@ -238,26 +241,27 @@ TEST_F(IndexUnderFaults, ASplitOfALeaf) {
 }
 
 TEST_F(IndexUnderFaults, ASplitOfALeafAndOfItsBranch) {
-    build(128 * 64 - 1);  // the next key fills the branch's entry 128
-    EXPECT_EQ(fail_each_block(key_of(128 * 128), kIsamInsert), kOpening + 3 + 2 * kNewBlock + 3);
+    build(kOneBranch - 1);  // the next key fills the branch's entry 128
+    EXPECT_EQ(fail_each_block(kLastKey, kIsamInsert), kOpening + 3 + 2 * kNewBlock + 3);
     const IndexReader reader(archive_.read("NZINDEX.DAT"), kKeyLength);
     EXPECT_EQ(reader.fault, "");
     EXPECT_EQ(reader.blocks[2], 2);
-    EXPECT_EQ(reader.keys.size(), 128 * 64U);
+    EXPECT_EQ(reader.keys.size(), kOneBranch);
 }
 
 TEST_F(IndexUnderFaults, ASplitInTheMiddleOfABranch) {
-    build(128 * 64 - 1);
+    constexpr std::size_t kMiddle = 2563;  // the 20th leaf holds the even keys 2562 to 2688
+    build(kOneBranch - 1);
     CHIUDI(0);
     FAIOPEN(kIndex);
     for (std::size_t i = 0; i < 63; ++i) {  // a leaf in the lower half gets 127 keys
-        const std::string key = key_of(64 * 20 * 2 + 3 + i * 2);
+        const std::string key = key_of(kMiddle + i * 2);
         ISAM(kIndex, key, kIsamInsert, 9);
         keys_[key] = 9;
     }
     CHIUDI(kIndex);
     before_ = archive_.read("NZINDEX.DAT");
-    EXPECT_EQ(fail_each_block(key_of(64 * 20 * 2 + 3 + 63 * 2), kIsamInsert),
+    EXPECT_EQ(fail_each_block(key_of(kMiddle + 126), kIsamInsert),
               kOpening + 3 + 2 * kNewBlock + 3);
     EXPECT_EQ(IndexReader(archive_.read("NZINDEX.DAT"), kKeyLength).fault, "");
 }
@@ -291,7 +295,7 @@ TEST_F(IndexUnderFaults, TheLastKey) {
 }
 
 TEST_F(IndexUnderFaults, ASplitOnAFullDisk) {
-    build(128 * 64 - 1);
+    build(kOneBranch - 1);
     FAIOPEN(kIndex);
     CHIUDI(kIndex);
     for (const std::size_t room : {0U, 1000U, 2176U, 3000U}) {  // both splits need a new block
@@ -300,16 +304,16 @@ TEST_F(IndexUnderFaults, ASplitOnAFullDisk) {
         FAIOPEN(kIndex);
         plan->disk_ends_at = before_.size() + room;
         try {
-            ISAM(kIndex, key_of(128 * 128), kIsamInsert, 777);
+            ISAM(kIndex, kLastKey, kIsamInsert, 777);
             FAIL();
         } catch (const platform::Failure& failure) {
             EXPECT_EQ(failure.number(), 61);
         }
         plan->disk_ends_at = UINT64_MAX;
         CHIUDI(kIndex);
-        check_keys(key_of(128 * 128));
+        check_keys(kLastKey);
         FAIOPEN(kIndex);  // with room again the same insertion succeeds
-        EXPECT_EQ(ISAM(kIndex, key_of(128 * 128), kIsamInsert, 777), 0);
+        EXPECT_EQ(ISAM(kIndex, kLastKey, kIsamInsert, 777), 0);
         EXPECT_EQ(IndexReader(archive_.read("NZINDEX.DAT"), kKeyLength).fault, "");
         CHIUDI(kIndex);
         platform::set_files(nullptr);

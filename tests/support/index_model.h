@@ -31,7 +31,7 @@ class IndexModel {
         raise_first_keys(path);
         for (int level = 3; level > 1 && at(path, level).entries.size() == 128; --level) {
             const int upper = cut(path, level);
-            add(path[static_cast<std::size_t>(level - 1)], blocks_[upper].entries.front().first,
+            add(path[static_cast<std::size_t>(level) - 1], blocks_[upper].entries.front().first,
                 upper);
         }
         return 0;
@@ -117,7 +117,7 @@ class IndexModel {
     /// Every entry above a block carries the lowest key of that block.
     void raise_first_keys(const Path& path) {
         for (int level = 2; level >= 1; --level) {
-            const int child = path[static_cast<std::size_t>(level + 1)];
+            const int child = path[static_cast<std::size_t>(level) + 1];
             for (Entry& entry : at(path, level).entries) {
                 if (entry.second == child && !blocks_[child].entries.empty()) {
                     entry.first = blocks_[child].entries.front().first;
@@ -154,7 +154,7 @@ class IndexReader {
   private:
     void read(int block, int level, const std::string& from, const std::string& below) {
         const std::size_t width = key_length_ + 7;
-        const std::size_t start = static_cast<std::size_t>(block - 1) * width * 128;
+        const std::size_t start = (static_cast<std::size_t>(block) - 1) * width * 128;
         if (block < 1 || start + width * 128 > bytes_.size()) {
             fault = "block " + std::to_string(block) + " is outside the file";
             return;

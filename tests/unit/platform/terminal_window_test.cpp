@@ -87,6 +87,7 @@ TEST_F(Terminal, AFileOfAnswersGoesOnWithNo) {
     directory.write("r.txt", "si\r\n\nno\nS\xC3\xAC\nforse\n");
     ::setenv("VELMOR_RISPOSTE", directory.file("r.txt").c_str(), 1);
     std::vector<bool> answers;
+    answers.reserve(6);
     for (int i = 0; i < 6; ++i) {
         answers.push_back(window_->ask("T", "?", Icon::question));
     }
