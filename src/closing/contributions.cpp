@@ -208,6 +208,18 @@ void add_items() {
     }
 }
 
+/// The half that the employee owes; what is neither owed nor taken over by PB21 is the cut.
+void owe_half_share() {
+    double due = 0;
+    for (const int item : {1, 8}) {
+        due += replaced_by_half_share(item) ? item_cell(contributions.amounts, item) : 0;
+    }
+    const double owed = half_share_amount();
+    contributions.reductions += arrotonda(due - owed - num(PB21));
+    aggiungi(Q224, owed);
+    aggiungi(Q225, due - num(PB21));
+}
+
 // ---- Contributions on back pay ----
 
 struct BackPayItem {
@@ -270,12 +282,13 @@ void item_bases_after_fund() {
 }
 
 void employee_amounts(Pass pass) {
+    azzera({PB21});
     amounts_of_items(pass);
     add_items();
     const double due = item_cell(contributions.amounts, 1) + item_cell(contributions.amounts, 8);
     const double cut = contribution_cut(due);
     if (half_share()) {
-        add_contribution(half_share_amount());
+        owe_half_share();
     } else {
         contributions.reductions += cut;
         aggiungi(Q224, -cut);

@@ -126,8 +126,10 @@ void take_wage_limits() {
 
 // ---- Pass ----
 
-/// The month's sums start with the first slip of the month; CALC has cleared Q168 and Q170.
+/// The month's sums start with the first slip of the month; CALC has cleared Q168 and Q170. The
+/// additional percent of the other workers is none of theirs.
 void open_month() {
+    azzera({P221, Q167});
     if (num(P168) > 1 && !slip.earlier_slip_this_month) {
         svuota({P204});
     }

@@ -382,6 +382,20 @@ TEST_F(ContributionCutsTest, AnApprenticesHalfShareReplacesItem8) {
     EXPECT_EQ(num(Q224), 29.20);
 }
 
+TEST_F(ContributionCutsTest, WhatTheHalvesLeaveOfThePensionItemIsTheCut) {
+    scrivi(PB20, 1);
+    run(202405, 1800);
+    // due 165.42; half of 9.19 - 7 percent is 19.71 for the employee and as much for PB21
+    EXPECT_EQ(num(Q224), 19.71);
+    EXPECT_NEAR(contributions.reductions, 126, 1e-9);  // 7 % of 1800
+    EXPECT_EQ(num(Q225), 145.71);
+    scrivi(PB05, 1);
+    run(202405, 2692);
+    // due 247.39; the halves of 123.6974 are 123.70 each: a cent too much
+    EXPECT_EQ(num(Q224), 123.70);
+    EXPECT_NEAR(contributions.reductions, -0.01, 1e-9);
+}
+
 TEST_F(ContributionCutsTest, ACutLargerThanTheRateLeavesNoHalf) {
     scrivi(PB20, 1);
     scrivi(P045, 5);
