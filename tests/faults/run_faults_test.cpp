@@ -1,0 +1,315 @@
+// The program itself, started on copies of the demo installation that have been damaged.
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <filesystem>
+#include <map>
+#include <thread>
+
+#include "nzutil/demo.h"
+#include "nzutil/installation.h"
+#include "nzutil/process.h"
+#include "platform/code_page.h"
+#include "platform/file_system.h"
+#include "tests/support/temp_directory.h"
+#include "texts/texts.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using nzutil::Installation;
+using nzutil::ProcessCall;
+using nzutil::ProcessResult;
+using test_support::TempDirectory;
+
+constexpr int kCompanies = 1;
+constexpr int kEmployees = 2;
+constexpr int kSelection = 5;
+constexpr int kPeriod = 6;
+constexpr int kSemaphore = 16;
+constexpr int kYearlyTables = 19;
+constexpr int kBeforeImageIndex = 36;
+
+class RunFaults : public ::testing::Test {
+  protected:
+    static void SetUpTestSuite() {
+        demo = new TempDirectory();
+        nzutil::make_demo_installation(demo->file("demo")).close();
+    }
+    static void TearDownTestSuite() {
+        delete demo;
+        demo = nullptr;
+    }
+    void SetUp() override { nzutil::copy_installation(demo->file("demo"), root()).close(); }
+
+    [[nodiscard]] std::string root() const { return directory.file("prova"); }
+    [[nodiscard]] Installation installation() const { return Installation::open(root()); }
+    [[nodiscard]] std::string path(int file) const { return installation().path(file); }
+    [[nodiscard]] std::string archive() const { return root() + "/archivi"; }
+
+    [[nodiscard]] static std::string bytes(const std::string& file) {
+        return platform::read_whole_file(file);
+    }
+    static void write(const std::string& file, const std::string& content) {
+        std::ofstream(file, std::ios::binary) << content;
+    }
+
+    /// All files of the archive directory.
+    [[nodiscard]] std::map<std::string, std::string> snapshot() const {
+        std::map<std::string, std::string> files;
+        for (const fs::directory_entry& entry : fs::recursive_directory_iterator(archive())) {
+            if (entry.is_regular_file()) {
+                files[entry.path().filename().string()] = bytes(entry.path().string());
+            }
+        }
+        return files;
+    }
+
+    [[nodiscard]] ProcessCall call(const std::string& name = "run") const {
+        fs::create_directories(directory.file(name));
+        return {VELMOR_PROGRAM,
+                {},
+                {{"SOLMAREL_REGISTRO", root() + "/registro.ini"},
+                 {"PRIMULAX", directory.file("primulax")},
+                 {"VELMOR_INTERFACCIA", "console"},
+                 {"VELMOR_RISPOSTE", "no"},
+                 {"VELMOR_TASK", ""}},
+                directory.file(name)};
+    }
+    [[nodiscard]] ProcessResult run() const { return nzutil::run_process(call()); }
+
+    /// A run that the failure handler ends: number, description and trace are shown, status 1.
+    void expect_failure(const std::string& number_and_description,
+                        const std::string& in_trace) const {
+        const ProcessResult result = run();
+        EXPECT_EQ(result.status, 1) << result.output << result.errors;
+        EXPECT_NE(result.output.find("[Solmarel VELMOR] Errore " + number_and_description),
+                  std::string::npos)
+            << result.output;
+        EXPECT_NE(result.output.find(in_trace), std::string::npos) << result.output;
+        EXPECT_NE(result.output.find("LANCIARE RIPRISTINO TASK"), std::string::npos);
+    }
+    /// The same, and no byte of the archive has changed.
+    void expect_failure_that_changes_nothing(const std::string& number_and_description,
+                                             const std::string& in_trace) const {
+        const auto before = snapshot();
+        expect_failure(number_and_description, in_trace);
+        EXPECT_EQ(snapshot(), before);
+    }
+
+    void change_file_table(int file, const std::string& length) const {
+        constexpr std::size_t kLine = 79;
+        constexpr std::size_t kLengthColumn = 32;
+        const std::string table = archive() + "/NZBASE.DAT";
+        std::string content = bytes(table);
+        content.replace((static_cast<std::size_t>(file) - 1) * kLine + kLengthColumn, 5, length);
+        write(table, content);
+    }
+
+    static TempDirectory* demo;
+    TempDirectory directory;
+};
+TempDirectory* RunFaults::demo = nullptr;
+
+// ---- Registry and configuration ----
+
+TEST_F(RunFaults, RegistryWithoutTheKeyAndNoPathFilesIsAConfigurationError) {
+    write(root() + "/registro.ini", "[SOFTWARE\\ALTRO]\nPERCORSOARCHIVI=" + archive() + "\n");
+    const auto before = snapshot();
+    const ProcessResult result = run();
+    EXPECT_EQ(result.status, 2);
+    EXPECT_NE(result.output.find(std::string(texts::kConfigurationError.utf8)), std::string::npos);
+    EXPECT_EQ(snapshot(), before);
+}
+
+TEST_F(RunFaults, ArchiveDirectoryThatDoesNotExistIsAConfigurationError) {
+    write(root() + "/registro.ini", "[SOFTWARE\\TRAMONTIVAL\\SOLMAREL]\nPERCORSOARCHIVI=" + root() +
+                                        "/assente\nPERCORSOPROGRAMMI=" + root() + "/programmi\n");
+    EXPECT_EQ(run().status, 2);
+}
+
+TEST_F(RunFaults, PathFilesServeAMachineWithoutRegistry) {
+    fs::remove(root() + "/registro.ini");
+    fs::create_directories(directory.file("primulax"));
+    write(directory.file("primulax/NZPERARK.NZP"), archive() + "\r\n");
+    write(directory.file("primulax/NZPERPRO.NZP"), root() + "/programmi\r\n");
+    installation().write_selection({});
+    EXPECT_EQ(run().status, 0);
+}
+
+// ---- NZBASE.DAT ----
+
+TEST_F(RunFaults, MissingFileTable) {
+    fs::remove(archive() + "/NZBASE.DAT");
+    expect_failure_that_changes_nothing("53 File not found", "DAMMIFILE$ (55)");
+}
+
+TEST_F(RunFaults, ShortFileTable) {
+    // The line of file 55 ends after 55 x 79 bytes; this one lacks it.
+    fs::resize_file(archive() + "/NZBASE.DAT", 54 * 79);
+    expect_failure_that_changes_nothing("62 Input past end of file", "DAMMIFILE$ (55)");
+}
+
+TEST_F(RunFaults, RecordLengthOfZeroOrLetters) {
+    for (const char* length : {"00000", "12A45", "     "}) {
+        change_file_table(kEmployees, length);
+        expect_failure_that_changes_nothing("59 Bad record length", "DAMMIFILE$ (2)");
+    }
+}
+
+// ---- Logical files ----
+
+TEST_F(RunFaults, MissingEmployeesFile) {
+    fs::remove(path(kEmployees));
+    expect_failure_that_changes_nothing("53 File not found", "DAMMIFILE$ (2)");
+}
+
+TEST_F(RunFaults, EmptyEmployeesFile) {
+    write(path(kEmployees), "");
+    installation().write_selection({{1, 1}});
+    expect_failure_that_changes_nothing("63 Bad record number", "LEGGIREC (2-1)");
+}
+
+TEST_F(RunFaults, LastEmployeeCutShortIsNotPrepared) {
+    const Installation here = installation();
+    const int last = here.record_count(kEmployees);
+    const std::string file = here.path(kEmployees);
+    installation().write_selection({{1, last}});
+    fs::resize_file(file, fs::file_size(file) - 100);
+    expect_failure_that_changes_nothing("63 Bad record number",
+                                        "LEGGIREC (2-" + std::to_string(last) + ")");
+}
+
+TEST_F(RunFaults, EmptyYearlyTables) {
+    write(path(kYearlyTables), "");
+    expect_failure_that_changes_nothing("62 Input past end of file", "LEGGIREC (19-1)");
+}
+
+TEST_F(RunFaults, EmptyPeriodFileIsNothingToDo) {
+    write(path(kPeriod), "");
+    const auto before = snapshot();
+    const ProcessResult result = run();
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.output, "");
+    EXPECT_EQ(snapshot(), before);
+}
+
+TEST_F(RunFaults, EmptySelectionFileIsNothingToDo) {
+    write(path(kSelection), "");
+    const std::string employees = bytes(path(kEmployees));
+    const ProcessResult result = run();
+    EXPECT_EQ(result.status, 0) << result.output;
+    EXPECT_EQ(bytes(path(kEmployees)), employees);
+}
+
+// ---- Selection ----
+
+TEST_F(RunFaults, SelectionOfACompanyThatDoesNotExist) {
+    installation().write_selection({{77, 1}});
+    const std::string employees = bytes(path(kEmployees));
+    const std::string companies = bytes(path(kCompanies));
+    const ProcessResult result = run();
+    EXPECT_EQ(result.status, 0) << result.output;
+    EXPECT_NE(result.output.find("MANCA DITTA 77"), std::string::npos) << result.output;
+    EXPECT_EQ(bytes(path(kEmployees)), employees);
+    EXPECT_EQ(bytes(path(kCompanies)), companies);
+}
+
+TEST_F(RunFaults, SelectionOfAnEmployeeThatDoesNotExistLeavesTheOthersAlone) {
+    const int beyond = installation().record_count(kEmployees) + 5;
+    installation().write_selection({{1, beyond}});
+    expect_failure_that_changes_nothing("63 Bad record number",
+                                        "LEGGIREC (2-" + std::to_string(beyond) + ")");
+}
+
+TEST_F(RunFaults, EmptyIndexOfBeforeImagesIsShownAndTheRunGoesOn) {
+    write(path(kBeforeImageIndex), "");
+    installation().write_selection({{1, 1}});
+    const ProcessResult result = run();
+    EXPECT_EQ(result.status, 0) << result.output;
+    EXPECT_NE(result.output.find("ERRORE ISAM - FILE VUOTO 36"), std::string::npos);
+}
+
+// ---- Other programs ----
+
+/// The run waits for the semaphore as long as another program holds it; meanwhile a second instance
+/// on the same archive ends at once and without a message.
+TEST_F(RunFaults, HeldSemaphoreIsWaitedForAndASecondInstanceEnds) {
+    auto holder = platform::files().open(path(kSemaphore), platform::OpenMode::exclusive);
+    ProcessResult first;
+    std::thread waiting([this, &first] { first = nzutil::run_process(call("first")); });
+    const auto second_status = [this] { return nzutil::run_process(call("second")).status; };
+    // The first instance needs a moment to take its lock; a second that came too early would wait
+    // for the semaphore too, so the lock is looked for instead of a second run.
+    std::this_thread::sleep_for(std::chrono::seconds(2));
+    EXPECT_EQ(second_status(), 3);
+    EXPECT_EQ(bytes(directory.file("second/output.txt")), "");
+    holder.reset();
+    waiting.join();
+    EXPECT_EQ(first.status, 0) << first.output;
+}
+
+TEST_F(RunFaults, TwoInstallationsOnOneMachineDoNotStopEachOther) {
+    auto holder = platform::files().open(path(kSemaphore), platform::OpenMode::exclusive);
+    ProcessResult first;
+    std::thread waiting([this, &first] { first = nzutil::run_process(call("first")); });
+    nzutil::copy_installation(demo->file("demo"), directory.file("altra")).close();
+    ProcessCall other = call("other");
+    other.environment.front().second = directory.file("altra") + "/registro.ini";
+    EXPECT_EQ(nzutil::run_process(other).status, 0);
+    holder.reset();
+    waiting.join();
+    EXPECT_EQ(first.status, 0);
+}
+
+// ---- Rights ----
+
+TEST_F(RunFaults, ReadOnlyArchiveDirectoryChangesNothing) {
+    const auto before = snapshot();
+    ProcessCall restricted = call();
+    if (::geteuid() == 0) {
+        // Rights do not hold for root: the run becomes one of nobody's, from a copy it can reach.
+        fs::copy_file(VELMOR_PROGRAM, directory.file("velmor"));
+        restricted.program = "/usr/bin/setpriv";
+        restricted.arguments = {"--reuid=65534", "--regid=65534", "--clear-groups",
+                                directory.file("velmor")};
+        if (!fs::exists(restricted.program)) {
+            GTEST_SKIP() << "no way to give up root's rights";
+        }
+    }
+    fs::permissions(directory.path(), fs::perms(0755));
+    for (const fs::directory_entry& entry : fs::recursive_directory_iterator(root())) {
+        fs::permissions(entry.path(), fs::perms(entry.is_directory() ? 0555 : 0444));
+    }
+    const ProcessResult result = nzutil::run_process(restricted);
+    for (const fs::directory_entry& entry : fs::recursive_directory_iterator(root())) {
+        fs::permissions(entry.path(), fs::perms(entry.is_directory() ? 0755 : 0644));
+    }
+    EXPECT_EQ(result.status, 1) << result.output << result.errors;
+    EXPECT_NE(result.output.find("Errore 75 Path/File access error"), std::string::npos)
+        << result.output;
+    EXPECT_EQ(snapshot(), before);
+}
+
+// ---- Command line ----
+
+TEST_F(RunFaults, CommandLineKnowsHelpAndVersionOnly) {
+    ProcessCall asked = call();
+    asked.arguments = {"--help"};
+    EXPECT_EQ(nzutil::run_process(asked).status, 0);
+    EXPECT_EQ(nzutil::run_process(asked).output, std::string(texts::kHelp.utf8));
+    asked.arguments = {"--version"};
+    EXPECT_EQ(nzutil::run_process(asked).status, 0);
+    EXPECT_TRUE(nzutil::run_process(asked).output.starts_with("VELMOR "));
+    asked.arguments = {"--tutti"};
+    const auto before = snapshot();
+    const ProcessResult refused = nzutil::run_process(asked);
+    EXPECT_EQ(refused.status, 2);
+    EXPECT_NE(refused.errors.find("--tutti"), std::string::npos);
+    EXPECT_EQ(snapshot(), before);
+}
+
+}  // namespace
