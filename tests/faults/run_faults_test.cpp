@@ -132,12 +132,14 @@ TEST_F(RunFaults, ArchiveDirectoryThatDoesNotExistIsAConfigurationError) {
 }
 
 TEST_F(RunFaults, PathFilesServeAMachineWithoutRegistry) {
+    installation().write_selection({{1, 1}});
     fs::remove(root() + "/registro.ini");
     fs::create_directories(directory.file("primulax"));
     write(directory.file("primulax/NZPERARK.NZP"), archive() + "\r\n");
     write(directory.file("primulax/NZPERPRO.NZP"), root() + "/programmi\r\n");
-    installation().write_selection({});
-    EXPECT_EQ(run().status, 0);
+    const ProcessResult result = run();
+    EXPECT_EQ(result.status, 0) << result.output;
+    EXPECT_NE(result.output.find(std::string(texts::kDone.utf8)), std::string::npos);
 }
 
 // ---- NZBASE.DAT ----
@@ -242,8 +244,7 @@ TEST_F(RunFaults, HeldSemaphoreIsWaitedForAndASecondInstanceEnds) {
     ProcessResult first;
     std::thread waiting([this, &first] { first = nzutil::run_process(call("first")); });
     const auto second_status = [this] { return nzutil::run_process(call("second")).status; };
-    // The first instance needs a moment to take its lock; a second that came too early would wait
-    // for the semaphore too, so the lock is looked for instead of a second run.
+    // The first instance needs a moment to take its lock and reach the semaphore.
     std::this_thread::sleep_for(std::chrono::seconds(2));
     EXPECT_EQ(second_status(), 3);
     EXPECT_EQ(bytes(directory.file("second/output.txt")), "");
