@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <string_view>
 
 #include "calc/slip_lines.h"
 #include "records/dictionary/DIPX.h"
@@ -44,18 +45,12 @@ Date exemption_start() {
     return Date::of(testo(num(P939) != 0 ? P939 : P013));
 }
 
-/// Quantity of the first line whose item holds `token`; 0 if there is none.
-double cap_of_items(const std::string& token) {
-    double cap = 0;
-    walk_lines([&](int /*number*/, int /*code*/, const std::string& line) {
-        if (area(Area::FOTX).find(token) == std::string::npos) {
-            return true;
-        }
-        cap = valore(ritaglia(line, 5, 13)) / 100;
-        return false;
-    });
-    return cap;
-}
+/// A yearly cap, and the token by which an item names it as its target.
+struct Cap {
+    Descriptor field;
+    std::string_view token;
+    bool found = false;
+};
 
 }  // namespace
 
@@ -97,11 +92,17 @@ int months_of_exemption() {
 }
 
 void take_caps_from_items() {
-    azzera({P854});
-    for (const Descriptor& field : {P855, P953, P954}) {
-        azzera({field});
-        scrivi(field, cap_of_items("=" + std::string(field.name())));
-    }
+    azzera({P854, P855, P953, P954});
+    std::array caps{Cap{P855, "=P855"}, Cap{P953, "=P953"}, Cap{P954, "=P954"}};
+    walk_lines([&](int /*number*/, int /*code*/, const std::string& line) {
+        for (Cap& cap : caps) {
+            if (!cap.found && area(Area::FOTX).find(cap.token) != std::string::npos) {
+                scrivi(cap.field, valore(ritaglia(line, 5, 13)) / 100);
+                cap.found = true;
+            }
+        }
+        return !std::all_of(caps.begin(), caps.end(), [](const Cap& cap) { return cap.found; });
+    });
 }
 
 }  // namespace ModSWCALM

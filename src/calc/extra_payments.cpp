@@ -46,13 +46,6 @@ bool december_on_file() {
            period.month() == 12;
 }
 
-/// One twelfth more, at most twelve; with December's additional slip on file only the ordinary run
-/// counts.
-void add_twelfth(const Descriptor& twelfths, bool on_file) {
-    const double counted = !on_file || period.ordinary() ? 1 : 0;
-    scrivi(twelfths, std::min(kTwelfths, num(twelfths) + counted));
-}
-
 /// The fourteenth starts again in the month of P016, July where it is empty.
 void restart_fourteenth() {
     const std::string start = testo(P016);
@@ -63,6 +56,11 @@ void restart_fourteenth() {
 }
 
 }  // namespace
+
+double twelfths_after(double twelfths, bool december_on_file, bool ordinary) {
+    const double counted = !december_on_file || ordinary ? 1 : 0;
+    return std::min(kTwelfths, twelfths + counted);
+}
 
 bool extra_month_counts(const Date& start, const Date& leaving, const Date& slip_date,
                         double minimum_days) {
@@ -91,11 +89,11 @@ void count_extra_payments() {
     const bool additional_elsewhere = period.additional() && period.month() != 12;
     const bool takes_part = counted && num(P863) == 0;
     if (takes_part && num(P090) >= 13 && !additional_elsewhere) {
-        add_twelfth(Q164, on_file);
+        scrivi(Q164, twelfths_after(num(Q164), on_file, period.ordinary()));
     }
     restart_fourteenth();
     if (takes_part && num(P090) > 13 && !additional_in_december) {
-        add_twelfth(Q165, on_file);
+        scrivi(Q165, twelfths_after(num(Q165), on_file, period.ordinary()));
     }
 }
 

@@ -13,4 +13,8 @@ void count_extra_payments();
 [[nodiscard]] bool extra_month_counts(const Date& start, const Date& leaving, const Date& slip_date,
                                       double minimum_days);
 
+/// One twelfth more, at most twelve; with December's additional slip on file only the ordinary slip
+/// adds it.
+[[nodiscard]] double twelfths_after(double twelfths, bool december_on_file, bool ordinary);
+
 }  // namespace ModSWCALM

@@ -66,7 +66,7 @@ double CALC13() {
 
 void ENPALSPEC(const std::string& date) {
     TRACCIA("ENPALSPEC");
-    if (ritaglia(testo(Q179), 3, 2) == ritaglia(date, 3, 2)) {
+    if (ritaglia(testo(Q179), 3, 6) == ritaglia(date, 3, 6)) {
         aggiungi(P268, num(P250));  // a repeat or a second slip of the month
         return;
     }

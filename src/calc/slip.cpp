@@ -67,7 +67,7 @@ int month_length(int month) {
     if (month < 0 || month > 12) {
         throw platform::Failure(platform::kSubscriptOutOfRange);
     }
-    const auto position = static_cast<std::size_t>(2 * month + 1);
+    const std::size_t position = static_cast<std::size_t>(month) * 2 + 1;
     return static_cast<int>(valore(ritaglia(slip.GIORNIMESE, position, 2)));
 }
 

@@ -48,6 +48,13 @@ TEST_F(ExtraMonth, OfTheLeavingTakesOffWhatTheFirstMonthLacked) {
     EXPECT_FALSE(counts("11032024", "24052024"));
 }
 
+TEST(Twelfths, OfDecemberAreCountedOnce) {
+    EXPECT_EQ(twelfths_after(11, false, false), 12);  // the additional slip comes first
+    EXPECT_EQ(twelfths_after(10, true, true), 11);    // the ordinary slip adds its own
+    EXPECT_EQ(twelfths_after(11, true, false), 11);   // the additional slip done again
+    EXPECT_EQ(twelfths_after(12, true, true), 12);
+}
+
 class ExtraPayments : public SlipTest {
   protected:
     ExtraPayments() {

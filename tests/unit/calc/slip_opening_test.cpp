@@ -225,6 +225,15 @@ TEST_F(OpenSlip, KeepsTheDaysOfThePreviousSlip) {
     EXPECT_EQ(slip.month_days_previous, 3026);
 }
 
+TEST_F(OpenSlip, KnowsAnEarlierSlipOfTheSameMonthAndYear) {
+    for (const auto& [last_slip, earlier] :
+         {std::pair{"15052024", true}, {"30042024", false}, {"31052023", false}, {"0", false}}) {
+        field(Q179, last_slip);
+        open();
+        EXPECT_EQ(slip.earlier_slip_this_month, earlier) << last_slip;
+    }
+}
+
 TEST_F(OpenSlip, NothingOfThePreviousEmployeeStays) {
     open();
     slip.IMPSOCIALE1 = 5;
@@ -261,6 +270,16 @@ TEST_F(LeaverScan, EndsAtTheEndOfTheTable) {
     leaver_scan();
     EXPECT_EQ(num(P017), 0);
     EXPECT_FALSE(slip.CEDOLINOFINALE);
+}
+
+TEST_F(LeaverScan, ReadsAllHundredLinesOfATableWithoutEnd) {
+    for (const Descriptor& slot : serie(Q401, Q499)) {
+        field(slot, line(1, 2600));
+    }
+    field(Q500, line(320, 5052024));
+    open();
+    leaver_scan();
+    EXPECT_EQ(testo(P017), "05052024");
 }
 
 TEST_F(LeaverScan, DoesNothingOnASlipOfSettlementOnly) {
