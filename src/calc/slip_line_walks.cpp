@@ -294,9 +294,14 @@ void recompute_percentage_items() {
             return true;
         }
         const double fiscal_class = num(Z013);
+        const bool joins_Q100 = num(Z026) == 1;
+        const double former_Q100 = num(Q100);
         load_line_into_item(line);
         DECFORM(kTrue);
         const double change = rewrite_lines_of(code);
+        if (joins_Q100) {
+            scrivi(Q100, former_Q100 + change);  // the formula has added the whole amount again
+        }
         if (fiscal_class != 0) {
             aggiungi(P256, fiscal_class == kTakenOff ? -change : change);
         }

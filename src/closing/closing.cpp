@@ -140,7 +140,7 @@ void contribution_and_tax_pass() {
     CSOCTASSEPENPALS();
 }
 
-/// One-off payments at the end of 2022 (D.L. 115/2022, art. 12).
+/// One-off payments at the end of 2022 (D.L. 144/2022, art. 18).
 void one_off_payments_2022() {
     const bool november =
         period.yyyymm() == 202211 && period.ordinary() && num(PB24) == 0 && num(PB25) != 11;

@@ -293,6 +293,18 @@ TEST_F(PercentageItems, OtherItemsStay) {
     EXPECT_DOUBLE_EQ(num(P256), 1000);
 }
 
+TEST_F(PercentageItems, TheSumQ100FollowsTheChange) {
+    FieldValues summed = fields(1);
+    summed.emplace_back(Z026, 1);
+    item(30, summed, {".P240", "%1.5", "=OG"});
+    scrivi(Q100, 100);
+    lines({line_of(30, 15, 1), line_of(30, 15, 1)});
+    recompute_percentage_items();
+    EXPECT_DOUBLE_EQ(num(Q100), 130);  // 100 + twice (30 - 15)
+    recompute_percentage_items();
+    EXPECT_DOUBLE_EQ(num(Q100), 130);
+}
+
 TEST_F(PercentageItems, OfNoFiscalClassLeaveTheTaxable) {
     item(30, fields(0), {".P240", "%1.5", "=OG"});
     lines({line_of(30, 15, 1)});
