@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 
+#include "platform/failure.h"
 #include "records/dictionary/FISX.h"
 #include "records/fields.h"
 #include "records/numbers.h"
@@ -25,6 +26,7 @@ namespace {
 constexpr double kClosingLimit = 999999.99;  ///< limit of the last bracket, compared exactly
 constexpr double kFirstTable = 1;            ///< cell of the first limit
 constexpr double kAlternateTable = 21;
+constexpr double kTableCells = 20;
 
 /// Where a walk stands: `full_brackets` is the tax of the brackets passed, `residue` the base above
 /// the last limit passed, `index` the cell of the limit not reached.
@@ -34,15 +36,20 @@ struct Walk {
     double index = 0;
 };
 
-/// A base equal to a limit goes on to the next bracket with residue 0.
+/// A base equal to a limit goes on to the next bracket with residue 0. A table that its closing
+/// limit does not end is failure 9: the first one does not run on into the alternate one.
 Walk walk_brackets(const BracketTable& table, double start, double base) {
     Walk walk{0, base, start};
     double span = table.at(start);
+    const double end = start + kTableCells;
     while (table.at(walk.index) != kClosingLimit && base >= table.at(walk.index)) {
         const double limit = table.at(walk.index);
         walk.full_brackets += span * table.at(walk.index + 1) / 100;
         walk.residue = base - limit;
         walk.index += 2;
+        if (walk.index >= end) {
+            throw platform::Failure(platform::kSubscriptOutOfRange);
+        }
         span = table.at(walk.index) - limit;
     }
     return walk;

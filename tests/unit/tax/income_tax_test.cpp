@@ -77,6 +77,14 @@ TEST_F(IncomeTax, ATableThatNoLimitClosesFails) {
     }
 }
 
+TEST_F(IncomeTax, ATableWithoutClosingLimitDoesNotRunOnIntoTheAlternateOne) {
+    slip.TABIRP = ModSWCALM::BracketTable{};
+    set_brackets(slip.TABIRP, 1, {1000, 23, 2000, 35});
+    set_brackets(slip.TABIRP, 21, {10000, 10, 999999.99, 20});
+    EXPECT_DOUBLE_EQ(gross(1500), 405);  // 1000 x 23 % + 500 x 35 %
+    EXPECT_THROW(gross(2000), platform::Failure);
+}
+
 TEST_F(IncomeTax, AnEmptyTableFailsForABaseOfNothingToo) {
     slip.TABIRP = ModSWCALM::BracketTable{};
     EXPECT_THROW(gross(0), platform::Failure);
