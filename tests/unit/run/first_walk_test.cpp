@@ -14,7 +14,7 @@ namespace {
 using namespace MXLIBRERIA;
 using namespace MXREPOSITORY;
 using namespace run_tests;
-using test_support::Installation;
+
 using test_support::ScriptedWindow;
 
 class FirstWalk : public ::testing::Test {
@@ -63,7 +63,7 @@ class FirstWalk : public ::testing::Test {
     }
 
     ScriptedWindow& window = ScriptedWindow::install();
-    Installation installation;
+    LogicalFiles installation;
 };
 
 constexpr const char* kMay = "310520244";
@@ -80,7 +80,7 @@ TEST_F(FirstWalk, EndMarkInTheFirstEntryTouchesNobody) {
     const std::string before = installation.get(2, 1);
     walk(kMay);
     EXPECT_EQ(installation.get(2, 1), before);
-    EXPECT_EQ(installation.records(35), 0U);
+    EXPECT_EQ(records(installation, 35), 0U);
     EXPECT_TRUE(window.lines.empty());
 }
 
@@ -132,7 +132,7 @@ TEST_F(FirstWalk, EntryWithoutEmployeeIsAFailureAndLeavesTheFileAlone) {
         EXPECT_EQ(failure.number(), 63);
         EXPECT_EQ(failure.culprit, "2-3");
     }
-    EXPECT_EQ(installation.records(2), 2U);
+    EXPECT_EQ(records(installation, 2), 2U);
 }
 
 // ---- Skip test ----
@@ -156,7 +156,7 @@ TEST_P(SkipTest, ComparesTheMonthWithTheLastCalculated) {
     EXPECT_EQ(ModSWCALM::ABORTODIP, c.skipped ? -1 : 0);
     EXPECT_EQ(window.lines,
               c.skipped ? std::vector<std::string>{kAlreadyLine} : std::vector<std::string>{});
-    EXPECT_EQ(installation.records(35), c.skipped ? 0U : 1U);
+    EXPECT_EQ(records(installation, 35), c.skipped ? 0U : 1U);
     if (c.skipped) {
         EXPECT_EQ(installation.get(2, 1), before);
     }
@@ -262,7 +262,7 @@ TEST_F(FirstWalk, EmployeeWithoutMonthsTableIsPreparedAllTheSame) {
     select({entry("001", "0003"), kEnd});
     walk(kMay);
     EXPECT_EQ(before_image_number("0010010003"), 1);
-    EXPECT_EQ(installation.records(97), 2U);
+    EXPECT_EQ(records(installation, 97), 2U);
 }
 
 TEST_F(FirstWalk, JanuaryStartsTheYearsSumsAgain) {
@@ -314,22 +314,22 @@ TEST_F(FirstWalk, YearlyTotalsMoveUnlessRepeatedOrExcluded) {
 TEST_F(FirstWalk, EachEmployeeHasOneBeforeImageOfTheLatestRun) {
     select({entry("001", "0001"), entry("001", "0002"), entry("001", "0001"), kEnd});
     walk(kMay);
-    EXPECT_EQ(installation.records(35), 2U);
+    EXPECT_EQ(records(installation, 35), 2U);
     EXPECT_EQ(before_image_number("0010010001"), 1);
     EXPECT_EQ(before_image_number("0010010002"), 2);
     const std::string later = employee(1).set(P002, "VERDI").set(Q171, 5).text();
     installation.put(2, 1, later);
     walk("300620244");
-    EXPECT_EQ(installation.records(35), 2U);
+    EXPECT_EQ(records(installation, 35), 2U);
     EXPECT_EQ(installation.get(35, 1), later);
 }
 
 TEST_F(FirstWalk, RefusedIndexOperationWritesNoBeforeImage) {
-    installation.define(36, "NZVUOTO.IND", (kKeyWidth + 7) * 128);
+    installation.define(36, (kKeyWidth + 7) * 128);
     window.expect_box("ERRORE ISAM - FILE VUOTO 36");
     installation.put(2, 1, employee(1).set(P447, 1).text());
     walk(kMay);
-    EXPECT_EQ(installation.records(35), 0U);
+    EXPECT_EQ(records(installation, 35), 0U);
     EXPECT_EQ(value_of(P090, installation.get(2, 1)), 12);  // the employee is prepared all the same
 }
 

@@ -26,7 +26,7 @@ using namespace MXLIBRERIA;
 using namespace MXREPOSITORY;
 using namespace run_tests;
 using platform::Control;
-using test_support::Installation;
+
 using test_support::ScriptedWindow;
 using test_support::TempDirectory;
 
@@ -56,16 +56,16 @@ class StartUp : public ::testing::Test {
   protected:
     void SetUp() override {
         define_payroll(installation);
-        installation.define(18, "NZ018.DAT", 100);
-        installation.define(19, "NZFIS.DAT", kYearlyLength);
-        installation.define(55, "NZINS.DAT", 100);
-        installation.define(278, "NZ278.DAT", 100);
-        installation.define(276, "NZ276.DAT", 100);
-        installation.define(354, "NZCUD.DAT", 6100);
-        installation.define(356, "NZCUD.IND", (kKeyWidth + 7) * 128);
-        installation.define(395, "NZNOM.DAT", 100);
-        installation.define(401, "NZVOC.DAT", 1500);
-        installation.define(430, "NZREG.TXT", 100);
+        installation.define(18, 100);
+        installation.define(19, kYearlyLength);
+        installation.define(55, 100);
+        installation.define(278, 100);
+        installation.define(276, 100);
+        installation.define(354, 6100);
+        installation.define(356, (kKeyWidth + 7) * 128);
+        installation.define(395, 100);
+        installation.define(401, 1500);
+        installation.define(430, 100);
         set_yearly(Record(Area::FISX, kYearlyLength));
         installation.put(55, 1, std::string(34, 'x') + "001234");
         installation.put(395, 1, a_sinistra("Studio Perci\xF2 & Figli", 30) + "90000000066");
@@ -117,7 +117,7 @@ class StartUp : public ::testing::Test {
     }
 
     ScriptedWindow& window = ScriptedWindow::install();
-    Installation installation;
+    LogicalFiles installation;
     Directories registry;
 };
 
@@ -193,7 +193,7 @@ TEST_F(StartUp, RegionalTableKeepsFiftyLines) {
     for (int i = 1; i <= 52; ++i) {
         lines += "riga " + std::to_string(i) + "\r\n";
     }
-    installation.directory().write("NZREG.TXT", lines);
+    installation.directory().write(name_of(430), lines);
     run_to_walk();
     EXPECT_EQ(ModSWCALM::run_tables.PARAMETRI[1], "riga 1");
     EXPECT_EQ(ModSWCALM::run_tables.PARAMETRI[50], "riga 50");
@@ -201,7 +201,7 @@ TEST_F(StartUp, RegionalTableKeepsFiftyLines) {
 }
 
 TEST_F(StartUp, ShortRegionalTableLeavesTheRestEmpty) {
-    installation.directory().write("NZREG.TXT", "03 uno\n\n05 tre");
+    installation.directory().write(name_of(430), "03 uno\n\n05 tre");
     ModSWCALM::run_tables.PARAMETRI.fill("di prima");
     run_to_walk();
     EXPECT_EQ(ModSWCALM::run_tables.PARAMETRI[1], "03 uno");
@@ -233,7 +233,7 @@ TEST_F(StartUp, AdditionalRunAndMonthlyArchiveAreAnnounced) {
 }
 
 TEST_F(StartUp, NoPeriodRecordEndsTheRunWithoutAMessage) {
-    installation.directory().write("NZPER.DAT", "");
+    installation.directory().write(name_of(6), "");
     set_yearly(Record(Area::FISX, kYearlyLength).set(F403, 123));
     EXPECT_EQ(run().status, 0);
     EXPECT_EQ(window.text(Control::Label3, 1), "Non trovato");
@@ -262,9 +262,9 @@ TEST_F(StartUp, ChildDeductionsFollowTheYear) {
 }
 
 TEST_F(StartUp, MissingYearlyTableIsAFailureBeforeAnybodyIsTouched) {
-    installation.directory().write("NZFIS.DAT", "");
+    installation.directory().write(name_of(19), "");
     EXPECT_EQ(run().failure, 62);
-    EXPECT_EQ(installation.directory().read("NZFIS.DAT"), "");
+    EXPECT_EQ(installation.directory().read(name_of(19)), "");
 }
 
 struct RevaluationCase {
@@ -371,7 +371,7 @@ TEST_F(StartUp, ControlListsStartEmpty) {
 }
 
 TEST_F(StartUp, MissingLogicalFileIsAFailure) {
-    std::filesystem::remove(installation.directory().file("NZVOC.DAT"));
+    std::filesystem::remove(installation.directory().file(name_of(401)));
     EXPECT_EQ(run().failure, 53);
 }
 

@@ -10,7 +10,7 @@
 #include "records/dictionary/DITX.h"
 #include "records/dictionary/SETX.h"
 #include "records/fields.h"
-#include "tests/support/installation.h"
+#include "tests/support/logical_files.h"
 #include "tests/support/record_areas.h"
 
 namespace run_tests {
@@ -66,6 +66,18 @@ inline Record company(int n) {
     return record;
 }
 
+using test_support::LogicalFiles;
+
+inline std::string name_of(int file) {
+    return test_support::DictionaryArchive::name_of(file);
+}
+/// Whole records that a file holds.
+inline std::size_t records(const LogicalFiles& files, int n) {
+    const auto length = static_cast<std::size_t>(MXLIBRERIA::FAIOPEN(n));
+    MXLIBRERIA::CHIUDI(n);
+    return files.directory().read(name_of(n)).size() / length;
+}
+
 /// Entry of the selection.
 inline std::string entry(const std::string& company, const std::string& employee) {
     return company + "000" + employee;
@@ -74,17 +86,17 @@ inline const std::string kEnd = "9999999999";
 
 /// Defines and fills the files of a walk: company 1 of sector 1, employees 1 and 2 with their
 /// twelve-month tables, an empty index of before-images.
-inline void define_payroll(test_support::Installation& installation) {
+inline void define_payroll(LogicalFiles& installation) {
     using MXREPOSITORY::Area;
-    installation.define(1, "NZDIT.DAT", kCompanyLength);
-    installation.define(2, "NZDIP.DAT", kEmployeeLength);
-    installation.define(5, "NZSEL.DAT", 200);
-    installation.define(6, "NZPER.DAT", 20);
-    installation.define(8, "NZSET.DAT", kSectorLength);
-    installation.define(16, "NZSEMA.DAT", 2000);
-    installation.define(35, "NZDIPA.DAT", kEmployeeLength);
-    installation.define(36, "NZDIPA.IND", (kKeyWidth + 7) * 128);
-    installation.define(97, "NZDIC.DAT", kMonthsLength);
+    installation.define(1, kCompanyLength);
+    installation.define(2, kEmployeeLength);
+    installation.define(5, 200);
+    installation.define(6, 20);
+    installation.define(8, kSectorLength);
+    installation.define(16, 2000);
+    installation.define(35, kEmployeeLength);
+    installation.define(36, (kKeyWidth + 7) * 128);
+    installation.define(97, kMonthsLength);
     installation.put(1, 1, company(1).text());
     installation.put(2, 1, employee(1).text());
     installation.put(2, 2, employee(2).text());
