@@ -1,0 +1,174 @@
+// A whole run of one employee in which the Nth file operation fails, for every N: the run ends with
+// that failure, and the records of everybody else keep every byte.
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <map>
+#include <optional>
+
+#include "calc/slip.h"
+#include "files/logical_files.h"
+#include "nzutil/demo.h"
+#include "nzutil/installation.h"
+#include "platform/failure.h"
+#include "platform/window.h"
+#include "records/fields.h"
+#include "run/environment.h"
+#include "run/load_environment.h"
+#include "run/main_run.h"
+#include "run/period.h"
+#include "tests/support/fault_file_system.h"
+#include "tests/support/temp_directory.h"
+#include "texts/texts.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using nzutil::Installation;
+using test_support::FaultFileSystem;
+using test_support::FaultPlan;
+using test_support::TempDirectory;
+
+constexpr int kEmployees = 2;
+constexpr int kMonths = 97;
+constexpr int kSelected = 3;
+
+/// A window that shows nothing; the run only has to know how many lines it wrote.
+class SilentWindow : public platform::Window {
+  public:
+    std::size_t lines = 0;
+    void set_caption(const std::string& /*text*/) override {}
+    void set_text(platform::Control /*control*/, int /*element*/,
+                  const std::string& /*text*/) override {}
+    [[nodiscard]] std::string text(platform::Control /*control*/, int /*element*/) const override {
+        return {};
+    }
+    void set_visible(platform::Control /*control*/, int /*element*/, bool /*visible*/) override {}
+    void set_busy(bool /*hourglass*/) override {}
+    void refresh() override {}
+    void clear_list() override { lines = 0; }
+    void add_line(const std::string& /*line*/) override { ++lines; }
+    [[nodiscard]] std::size_t line_count() const override { return lines; }
+    void box(const std::string& /*title*/, const std::string& /*text*/,
+             platform::Icon /*icon*/) override {}
+    [[nodiscard]] bool ask(const std::string& /*title*/, const std::string& /*text*/,
+                           platform::Icon /*icon*/) override {
+        return false;
+    }
+    void progress(std::size_t /*done*/, std::size_t /*total*/) override {}
+    void show_modal() override {}
+};
+
+class RunUnderFaults : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        nzutil::make_demo_installation(directory.file("demo")).close();
+        {
+            Installation demo = Installation::open(directory.file("demo"));
+            demo.write_selection({{1, kSelected}});
+            employees = demo.path(kEmployees);
+            employee_length = static_cast<std::size_t>(demo.record_length(kEmployees));
+            months = demo.path(kMonths);
+            months_length = static_cast<std::size_t>(demo.record_length(kMonths));
+            demo.close();
+        }
+        ::setenv("SOLMAREL_REGISTRO", directory.file("demo/registro.ini").c_str(), 1);
+        fs::copy(directory.file("demo/archivi"), directory.file("before"));
+        platform::set_window(std::make_unique<SilentWindow>());
+    }
+    void TearDown() override {
+        platform::set_files(nullptr);
+        MXLIBRERIA::CHIUDI(0);
+        ModSWCALM::instance_lock = {};
+        ::unsetenv("SOLMAREL_REGISTRO");
+    }
+
+    /// Puts the archive back as it was before the first run, and the program's state too.
+    void restore() const {
+        platform::set_files(nullptr);
+        MXLIBRERIA::CHIUDI(0);
+        MXLIBRERIA::file_table = {};
+        MXLIBRERIA::environment = {};
+        MXLIBRERIA::period = {};
+        ModSWCALM::run_tables = {};
+        ModSWCALM::company = {};
+        ModSWCALM::slip = {};
+        MXREPOSITORY::clear_areas();
+        fs::copy(directory.file("before"), directory.file("demo/archivi"),
+                 fs::copy_options::overwrite_existing);
+    }
+
+    /// The number of the failure that the run would bring to the handler; nothing if it ended well.
+    static std::optional<int> run() {
+        std::optional<int> number;
+        try {
+            ModSWCALM::MAIN();
+        } catch (const platform::EndOfProgram& end) {
+            EXPECT_EQ(end.status, 0);
+        } catch (const platform::Failure& failure) {
+            number = failure.number();
+        }
+        platform::set_files(nullptr);
+        MXLIBRERIA::CHIUDI(0);
+        return number;
+    }
+
+    /// A file with the record of the selected employee taken out.
+    static std::string others(const std::string& file, std::size_t length) {
+        std::string bytes = platform::read_whole_file(file);
+        bytes.erase((kSelected - 1) * length, length);
+        return bytes;
+    }
+
+    TempDirectory directory;
+    std::string employees;
+    std::string months;
+    std::size_t employee_length = 0;
+    std::size_t months_length = 0;
+};
+
+TEST_F(RunUnderFaults, EveryFailingOperationEndsTheRunAndHarmsNobodyElse) {
+    const std::string other_employees = others(employees, employee_length);
+    const std::string other_months = others(months, months_length);
+    std::uint64_t failed = 0;
+    for (std::uint64_t operation = 1;; ++operation) {
+        restore();
+        const std::shared_ptr<FaultPlan> plan = FaultFileSystem::install();
+        plan->fail_at = operation;
+        const std::optional<int> number = run();
+        if (plan->operations < operation) {
+            EXPECT_EQ(number, std::nullopt) << "a run without fault";
+            break;
+        }
+        // A test for the existence of an archive takes any refusal for "not there".
+        if (number) {
+            ++failed;
+            EXPECT_EQ(*number, platform::kDeviceIo) << "operation " << operation;
+        }
+        ASSERT_EQ(others(employees, employee_length), other_employees) << "operation " << operation;
+        ASSERT_EQ(others(months, months_length), other_months) << "operation " << operation;
+    }
+    EXPECT_GT(failed, 50U);
+}
+
+TEST_F(RunUnderFaults, RunAfterAFailedOneCalculatesTheSameSlip) {
+    restore();
+    ASSERT_EQ(run(), std::nullopt);
+    const std::string calculated = platform::read_whole_file(employees);
+    restore();
+    const std::shared_ptr<FaultPlan> counting = FaultFileSystem::install();
+    ASSERT_EQ(run(), std::nullopt);
+    const std::uint64_t operations = counting->operations;
+    ASSERT_GT(operations, 100U);
+    for (const std::uint64_t operation : {operations / 4, operations / 2, operations * 3 / 4}) {
+        restore();
+        FaultFileSystem::install()->fail_at = operation;
+        EXPECT_EQ(run(), platform::kDeviceIo) << "operation " << operation;
+        EXPECT_EQ(run(), std::nullopt);
+        EXPECT_EQ(platform::read_whole_file(employees), calculated) << "operation " << operation;
+    }
+}
+
+}  // namespace
