@@ -21,6 +21,7 @@ constexpr std::array kCommands{
     Command{"leggi", texts::kToolUsageRead, texts::kToolHelpRead, 4, 5, command_read},
     Command{"scrivi", texts::kToolUsageWrite, texts::kToolHelpWrite, 5, 6, command_write},
     Command{"scheda", texts::kToolUsageCard, texts::kToolHelpCard, 3, 3, command_card},
+    Command{"cedolino", texts::kToolUsageSlip, texts::kToolHelpSlip, 2, 4, command_slip},
     Command{"isam", texts::kToolUsageIndex, texts::kToolHelpIndex, 3, 4, command_index},
     Command{"scenario", texts::kToolUsageScenario, texts::kToolHelpScenario, 1, kAnyNumber,
             command_scenarios},

@@ -39,6 +39,7 @@ int command_index(const Arguments& arguments);      // isam DIR FILE cerca KEY|e
 int command_demo(const Arguments& arguments);       // demo DIR
 int command_period(const Arguments& arguments);     // periodo DIR ddmmyyyy KIND
 int command_install(const Arguments& arguments);    // installa FILE DIR
+int command_slip(const Arguments& arguments);       // cedolino DIR CODE [--pdf FILE]
 int command_scenarios(const Arguments& arguments);  // scenario FILE...
 
 /// A whole number from an argument; ToolError outside the range.

@@ -1,19 +1,19 @@
 #include "nzutil/pay_slip.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
+#include <optional>
 #include <string_view>
 
-#include "calc/slip_lines.h"
-#include "files/logical_files.h"
-#include "records/dictionary/CONX.h"
+#include "nzutil/tool_error.h"
 #include "records/dictionary/DIPX.h"
 #include "records/dictionary/DITX.h"
 #include "records/dictionary/FOTX.h"
 #include "records/fields.h"
 #include "records/numbers.h"
 #include "run/period.h"
-#include "texts/texts.h"
+#include "texts/tool_texts.h"
 
 namespace nzutil {
 
@@ -23,6 +23,10 @@ using MXLIBRERIA::period;
 namespace {
 
 using Lines = std::vector<std::string>;
+
+constexpr int kCompanyFile = 1;
+constexpr int kEmployeeFile = 2;
+constexpr int kPeriodFile = 6;
 
 /// "1908.75" as "1.908,75".
 std::string italian(double value, int decimals = 2) {
@@ -102,10 +106,9 @@ std::string employee_code() {
 
 std::string agreement() {
     const double record = num(P331);
-    if (record == 0 || MXLIBRERIA::LEGGIREC(71, record) == 1) {
+    if (record == 0) {
         return {};
     }
-    area(Area::CONX) = MXLIBRERIA::record_buffer(71);
     return texts::kSlipAgreement.bytes() + testo_numero(record) + texts::kSlipLevel.bytes() +
            testo_numero(num(P332) == 0 ? 1 : num(P332));
 }
@@ -133,6 +136,9 @@ void head(Lines& lines) {
 
 // ---- Lines ----
 
+constexpr int kItemFile = 401;
+constexpr int kEndOfLines = 999;
+constexpr double kDeleted = 99;
 constexpr std::size_t kDescriptionWidth = 32;
 constexpr std::size_t kQuantityWidth = 11;
 constexpr std::size_t kRateWidth = 15;
@@ -148,18 +154,34 @@ void line_of(Lines& lines, const std::string& code, const std::string& descripti
     lines.push_back(rifila_destra(text));
 }
 
-void item_lines(Lines& lines) {
-    ModSWCALM::load_slip_table();
-    ModSWCALM::walk_lines([&lines](int, int code, const std::string& line) {
-        const double quantity = valore(ritaglia(line, 5, 13)) / (num(Z016) == 7 ? 1 : 100);
-        const double rate = valore(ritaglia(line, 18, 13)) / 100000;
-        const double amount = num(Z016) == 7 ? 0 : quantity * rate;
-        const bool earning = num(Z011) == 0;
-        const bool deduction = num(Z011) == 1;
-        line_of(lines, zeri_a_sinistra(std::to_string(code), 3), testo(Z002), italian(quantity),
-                rate == 0 ? "" : italian(rate, 5), earning ? amount : 0, deduction ? amount : 0);
+/// One line of the slip table; false at the end of the table.
+bool item_line(Lines& lines, const Installation& installation, const std::string& line) {
+    const int code = static_cast<int>(valore(ritaglia(line, 2, 3)));
+    if (code == kEndOfLines) {
+        return false;
+    }
+    const std::optional<std::string> item =
+        code == 0 ? std::nullopt : installation.read(kItemFile, code);
+    if (!item.has_value() || LEGGICAMPONUM(Z049, 0, *item) == kDeleted) {
         return true;
-    });
+    }
+    area(Area::FOTX) = *item;
+    const bool plain = num(Z016) == 7;
+    const double quantity = valore(ritaglia(line, 5, 13)) / (plain ? 1 : 100);
+    const double rate = plain ? 0 : valore(ritaglia(line, 18, 13)) / 100000;
+    const double amount = arrotonda(quantity * rate);
+    line_of(lines, zeri_a_sinistra(std::to_string(code), 3), testo(Z002),
+            plain ? testo_numero(quantity) : italian(quantity), plain ? "" : italian(rate, 5),
+            num(Z011) == 0 ? amount : 0, num(Z011) == 1 ? amount : 0);
+    return true;
+}
+
+void item_lines(Lines& lines, const Installation& installation) {
+    for (const Descriptor& field : serie(Q401, Q500)) {
+        if (!item_line(lines, installation, testo(field))) {
+            return;
+        }
+    }
 }
 
 /// What the closing adds to the lines, earnings and deductions, in the order of the slip.
@@ -192,13 +214,13 @@ void closing_lines(Lines& lines) {
     }
 }
 
-void slip_lines(Lines& lines) {
+void slip_lines(Lines& lines, const Installation& installation) {
     lines.push_back("    " + a_sinistra(texts::kSlipDescription.bytes(), kDescriptionWidth) +
                     right(texts::kSlipQuantity.bytes(), kQuantityWidth) +
                     right(texts::kSlipRate.bytes(), kRateWidth) +
                     right(texts::kSlipEarnings.bytes(), kAmountWidth) +
                     right(texts::kSlipDeductions.bytes(), kAmountWidth));
-    item_lines(lines);
+    item_lines(lines, installation);
     closing_lines(lines);
     rule(lines);
 }
@@ -246,16 +268,43 @@ void net(Lines& lines) {
     }
 }
 
+/// Loads company and employee into their areas, and the period.
+void load(const Installation& installation, int employee) {
+    area(Area::DIPX) = installation.read(kEmployeeFile, employee).value_or("");
+    int number = static_cast<int>(valore(testo(P001).substr(0, 3)));
+    for (const auto& [company, record] : installation.read_selection()) {
+        number = record == employee ? company : number;
+    }
+    const std::optional<std::string> company = installation.read(kCompanyFile, number);
+    if (!company.has_value()) {
+        throw ToolError(texts::kToolNoCompany, {std::to_string(number)});
+    }
+    area(Area::DITX) = *company;
+    period.set(installation.read(kPeriodFile, 1).value_or(""));
+}
+
 }  // namespace
 
-std::vector<std::string> pay_slip_lines() {
+std::vector<std::string> pay_slip_lines(const Installation& installation, int employee) {
+    load(installation, employee);
     Lines lines;
     head(lines);
-    slip_lines(lines);
+    slip_lines(lines, installation);
     contributions_and_tax(lines);
     year_to_date(lines);
     net(lines);
     return lines;
+}
+
+int employee_record(const Installation& installation, const std::string& code) {
+    std::string plain = code;
+    std::erase(plain, '-');
+    for (int record = 1; record <= installation.record_count(kEmployeeFile); ++record) {
+        if (LEGGICAMPO(P001, 0, installation.read(kEmployeeFile, record).value_or(" ")) == plain) {
+            return record;
+        }
+    }
+    throw ToolError(texts::kToolNoEmployee, {code});
 }
 
 }  // namespace nzutil

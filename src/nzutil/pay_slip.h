@@ -5,14 +5,20 @@
 #include <string>
 #include <vector>
 
+#include "nzutil/installation.h"
+
 namespace nzutil {
 
 /// Width of the slip in characters.
 inline constexpr std::size_t kSlipWidth = 88;
 
-/// The slip of the employee and company in the record areas (DIPX$, DITX$, FISX$), as lines in code
-/// page 1252. Reads the pay items (file 401) and the agreement (file 71), which must be open, and
-/// leaves their areas changed. The period is the one of the run (MXLIBRERIA::period).
-[[nodiscard]] std::vector<std::string> pay_slip_lines();
+/// The slip of an employee (record of file 2), as lines in code page 1252: company, pay items and
+/// agreement come from the installation, the month from its period. Fills the record areas.
+/// ToolError if the company is missing.
+[[nodiscard]] std::vector<std::string> pay_slip_lines(const Installation& installation,
+                                                      int employee);
+
+/// Record of the employee with a code ("0010000001", dashes allowed); ToolError if there is none.
+[[nodiscard]] int employee_record(const Installation& installation, const std::string& code);
 
 }  // namespace nzutil

@@ -241,6 +241,11 @@ void set_printer(Printer* other) {
     printer_in_use.other = other;
 }
 
+void write_pdf(const std::string& path, const std::vector<std::string>& lines, int size) {
+    const std::string bytes = make_pdf(lines, size, path);
+    real_files().open(path, OpenMode::truncate)->write_at(0, bytes);
+}
+
 void set_print_archive_directory(const std::string& archive_directory) {
     printer_in_use.archive_directory = archive_directory;
 }

@@ -6,6 +6,7 @@
 // directory, and sends it to the system's printer VELMOR_STAMPANTE where one is named.
 
 #include <string>
+#include <vector>
 
 namespace platform {
 
@@ -29,6 +30,10 @@ class Printer {
 [[nodiscard]] Printer& printer();
 /// Sets another printer (tests); nullptr brings back the real one.
 void set_printer(Printer* other);
+
+/// Writes lines (bytes of code page 1252) as a PDF document of a fixed-pitch font of `size` points.
+/// Failures as FileSystem::open.
+void write_pdf(const std::string& path, const std::vector<std::string>& lines, int size);
 
 /// Tells the real printer the archive directory, under which STAMPE stands.
 void set_print_archive_directory(const std::string& archive_directory);

@@ -156,4 +156,11 @@ inline constexpr Text kToolTooLong{Kind::tool, "il programma non termina"};
 inline constexpr Text kToolExpectedReason{Kind::tool,
                                           "atteso un motivo per l'identità che non si verifica"};
 
+// cedolino
+inline constexpr Text kToolUsageSlip{Kind::tool, "cedolino DIR CODICE [--pdf FILE]"};
+inline constexpr Text kToolHelpSlip{Kind::tool, "mostra il cedolino calcolato di un dipendente"};
+inline constexpr Text kToolNoEmployee{Kind::tool, "Il dipendente {} non esiste."};
+inline constexpr Text kToolNoCompany{Kind::tool, "La ditta {} non esiste."};
+inline constexpr Text kToolPdfMade{Kind::tool, "Cedolino scritto in {}."};
+
 }  // namespace texts
