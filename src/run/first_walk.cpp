@@ -44,7 +44,7 @@ constexpr double kNone = -1;
 
 // ---- Loading company and employee ----
 
-/// Company and sector of the entry; false if the company is missing or deleted.
+/// Company of the entry; false if it is missing or deleted.
 bool load_company(double company_number, double& last_company) {
     constexpr double kDeleted = 99;
     if (company_number == last_company) {
@@ -62,12 +62,13 @@ bool load_company(double company_number, double& last_company) {
     return true;
 }
 
+/// Sector of the company; without one the area is empty, and not that of the company before.
 void load_sector() {
-    if (num(T067) == 0) {
-        return;
-    }
-    if (LEGGIREC(kSectors, num(T067)) != 1) {
+    const double sector = num(T067);
+    if (sector != 0 && LEGGIREC(kSectors, sector) != 1) {
         area(Area::SETX) = record_buffer(kSectors);
+    } else {
+        area(Area::SETX).clear();
     }
 }
 

@@ -230,6 +230,17 @@ TEST_F(FirstWalk, SectorValueIsReducedForSomeEmployees) {
     EXPECT_EQ(ModSWCALM::slip.sector_rate, whole);
 }
 
+TEST_F(FirstWalk, CompanyWithoutSectorHasNoRateOfTheCompanyBefore) {
+    installation.put(8, 1, Record(Area::SETX, kSectorLength).set(S004, 0.30).text());
+    installation.put(1, 2, company(2).set(T067, 0).text());
+    installation.put(1, 3, company(3).set(T067, 9).text());  // no such sector
+    for (const char* other : {"002", "003"}) {
+        select({entry("001", "0001"), entry(other, "0002"), kEnd});
+        walk(kMay);
+        EXPECT_EQ(ModSWCALM::slip.sector_rate, 0);
+    }
+}
+
 // ---- Clearing of the month ----
 
 TEST_F(FirstWalk, MonthIsClearedInAllRowsButTheLastTwo) {
