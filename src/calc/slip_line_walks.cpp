@@ -160,7 +160,9 @@ bool left_out_of_the_cut(int code) {
 }
 
 /// Contribution wage of the excluded lines and of the extra months; a deduction takes off. An item
-/// that is neither earning nor deduction, or of no social class, does not count.
+/// that is neither earning nor deduction, or of no social class, does not count. An item whose
+/// formula reads the months of the thirteenth (Q164) or fourteenth (Q165) is theirs, whatever its
+/// code.
 void sum_lines_of_the_cut() {
     slip.items_59_60_74 = 0;
     slip.thirteenth_wage = 0;
@@ -170,12 +172,12 @@ void sum_lines_of_the_cut() {
             return true;
         }
         const double amount = num(Z011) == 1 ? -line_amount(line) : line_amount(line);
-        if (left_out_of_the_cut(code)) {
-            slip.items_59_60_74 = importo(slip.items_59_60_74 + amount);
-        } else if (formula_reads("Q164")) {
+        if (formula_reads("Q164")) {
             slip.thirteenth_wage = importo(slip.thirteenth_wage + amount);
         } else if (formula_reads("Q165")) {
             slip.fourteenth_wage = importo(slip.fourteenth_wage + amount);
+        } else if (left_out_of_the_cut(code)) {
+            slip.items_59_60_74 = importo(slip.items_59_60_74 + amount);
         }
         return true;
     });

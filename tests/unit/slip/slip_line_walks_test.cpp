@@ -172,6 +172,15 @@ TEST_F(CutSums, WagesThatAreToldApart) {
     EXPECT_DOUBLE_EQ(num(PB11), 220.55);
 }
 
+TEST_F(CutSums, TheFormulaTellsAnExtraMonthWhateverItsCode) {
+    item(59, {{Z014, 1}}, {".Q164", "=OG"});
+    item(60, {{Z014, 1}}, {".Q165", "=OG"});
+    sum_extra_month_items();
+    EXPECT_DOUBLE_EQ(slip.thirteenth_wage, 1400);    // 1200 + 200 of item 59
+    EXPECT_DOUBLE_EQ(slip.fourteenth_wage, 850.55);  // 800 + 50.55 of item 60
+    EXPECT_DOUBLE_EQ(slip.items_59_60_74, -30);
+}
+
 TEST_F(CutSums, OfTheYear2022) {
     set_period("310520224");
     sum_reduction_items();
