@@ -38,6 +38,7 @@ constexpr double kAdjustmentOnly = 2;  // P118: slip of adjustment only
 /// Everything that belongs to this closing starts anew; the slip may count months once.
 void open_closing() {
     closing = {};
+    closing.ceiling_lines_before = ModSWCALM::run_tables.list_9999_count;
     contributions = {};
     tax_state = {};
     tax_state.PrimaPassata = 1;
@@ -159,6 +160,14 @@ void slip_image_steps() {
     }
 }
 
+/// A dropped slip leaves no line on the control list of those above a ceiling.
+void take_back_control_lines() {
+    auto& tables = ModSWCALM::run_tables;
+    for (; tables.list_9999_count > closing.ceiling_lines_before; tables.list_9999_count -= 1) {
+        tables.list_9999.at(static_cast<std::size_t>(tables.list_9999_count)).clear();
+    }
+}
+
 }  // namespace
 
 void CALCOLACHIUSURA() {
@@ -182,6 +191,9 @@ void CALCOLACHIUSURA() {
     // The settlement and what a leaver gets still moved gross and deductions: the net is taken
     // again.
     net_and_rounding();
+    if (ModSWCALM::ABORTODIP != 0) {
+        take_back_control_lines();
+    }
 }
 
 }  // namespace ModSwCalm2

@@ -67,7 +67,9 @@ void older_fund() {
 void bases_and_fund() {
     item_bases_before_fund();
     if (num(P921) == 0 && num(PA48) == 0) {
+        const double before = num(Q224);
         FONDOPENSIONE();
+        closing.fund_contribution = num(Q224) - before;
     }
     ModSWCALM::recompute_percentage_items();
     item_bases_after_fund();
