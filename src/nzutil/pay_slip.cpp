@@ -6,6 +6,7 @@
 #include <optional>
 #include <string_view>
 
+#include "nzutil/file_layout.h"
 #include "nzutil/tool_error.h"
 #include "records/dictionary/DIPX.h"
 #include "records/dictionary/DITX.h"
@@ -23,10 +24,6 @@ using MXLIBRERIA::period;
 namespace {
 
 using Lines = std::vector<std::string>;
-
-constexpr int kCompanyFile = 1;
-constexpr int kEmployeeFile = 2;
-constexpr int kPeriodFile = 6;
 
 /// "1908.75" as "1.908,75".
 std::string italian(double value, int decimals = 2) {
@@ -136,7 +133,6 @@ void head(Lines& lines) {
 
 // ---- Lines ----
 
-constexpr int kItemFile = 401;
 constexpr int kEndOfLines = 999;
 constexpr double kDeleted = 99;
 constexpr std::size_t kDescriptionWidth = 32;
@@ -161,7 +157,7 @@ bool item_line(Lines& lines, const Installation& installation, const std::string
         return false;
     }
     const std::optional<std::string> item =
-        code == 0 ? std::nullopt : installation.read(kItemFile, code);
+        code == 0 ? std::nullopt : installation.read(kPayItems, code);
     if (!item.has_value() || LEGGICAMPONUM(Z049, 0, *item) == kDeleted) {
         return true;
     }
@@ -270,17 +266,17 @@ void net(Lines& lines) {
 
 /// Loads company and employee into their areas, and the period.
 void load(const Installation& installation, int employee) {
-    area(Area::DIPX) = installation.read(kEmployeeFile, employee).value_or("");
+    area(Area::DIPX) = installation.read(kEmployees, employee).value_or("");
     int number = static_cast<int>(valore(testo(P001).substr(0, 3)));
     for (const auto& [company, record] : installation.read_selection()) {
         number = record == employee ? company : number;
     }
-    const std::optional<std::string> company = installation.read(kCompanyFile, number);
+    const std::optional<std::string> company = installation.read(kCompanies, number);
     if (!company.has_value()) {
         throw ToolError(texts::kToolNoCompany, {std::to_string(number)});
     }
     area(Area::DITX) = *company;
-    period.set(installation.read(kPeriodFile, 1).value_or(""));
+    period.set(installation.read(kPeriod, 1).value_or(""));
 }
 
 }  // namespace
@@ -299,8 +295,8 @@ std::vector<std::string> pay_slip_lines(const Installation& installation, int em
 int employee_record(const Installation& installation, const std::string& code) {
     std::string plain = code;
     std::erase(plain, '-');
-    for (int record = 1; record <= installation.record_count(kEmployeeFile); ++record) {
-        if (LEGGICAMPO(P001, 0, installation.read(kEmployeeFile, record).value_or(" ")) == plain) {
+    for (int record = 1; record <= installation.record_count(kEmployees); ++record) {
+        if (LEGGICAMPO(P001, 0, installation.read(kEmployees, record).value_or(" ")) == plain) {
             return record;
         }
     }
