@@ -107,10 +107,16 @@ bool load_block(double n, int number, double block) {
     return true;
 }
 
+[[noreturn]] void fail_beyond_end(double n, double block) {
+    Failure failure(platform::kInputPastEnd);
+    failure.culprit = testo_numero(n) + "-" + testo_numero(block);
+    throw failure;
+}
+
 /// A block that an entry points to and that the file lacks: the index is damaged.
 void read_block(double n, int number, double block) {
     if (!load_block(n, number, block)) {
-        throw Failure(platform::kInputPastEnd);
+        fail_beyond_end(n, block);
     }
 }
 
@@ -155,7 +161,7 @@ bool read_root(double n) {
     if (file_length(n) == 0) {
         return false;
     }
-    throw Failure(platform::kInputPastEnd);
+    fail_beyond_end(n, 1);
 }
 
 /// Walks from the root, which has been read, to the place of the key. False if the index is empty.

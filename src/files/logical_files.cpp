@@ -371,6 +371,9 @@ double VERBASE(double n) {
 }
 
 void ELIMINA(double n) {
+    if (n <= 0) {
+        return;
+    }
     const PlaceholderValues saved = placeholders();
     close(entry(n));
     if (VERBASE(n) == 0) {

@@ -82,7 +82,7 @@ void SCRIVIREC(double n, double record, const std::string& text = {});
 
 /// 1 if the file exists and is not empty, else 0.
 [[nodiscard]] double VERBASE(double n);
-/// Deletes the file of n if it exists and has a length.
+/// Deletes the file of n if it exists and has a length; n of 0 or below: nothing done.
 void ELIMINA(double n);
 /// ELIMINA, then FAIOPEN, which here makes the file: it stands empty and open.
 void RICREAFILE(double n);

@@ -43,7 +43,13 @@ Descriptor cut_at_run_time(const std::string& text) {
     d.type = type.empty() ? ' ' : type.front();
     const std::string_view flag = ritaglia(text, 18, 1);
     d.flag = flag.empty() ? ' ' : flag.front();
-    const std::string_view code = ritaglia(text, 20, 4);
+    // In the second employee record the group's number follows the first I at or after the fourth
+    // position, wherever that stands.
+    const std::size_t letter = text.find('I', 3);
+    std::string_view code = ritaglia(text, 20, 4);
+    if (d.area == Area::DI2X) {
+        code = letter == std::string::npos ? std::string_view() : ritaglia(text, letter + 1, 4);
+    }
     std::copy(code.begin(), code.end(), d.code.begin());
     return d;
 }
@@ -238,21 +244,14 @@ char* place(const Target& target, std::size_t length) {
 }
 
 std::string read_field(const Descriptor& d, std::int16_t occurrence, const std::string& buffer) {
-    const std::size_t start = start_of(d, occurrence);
-    if (!buffer.empty()) {
-        return decode(slice(buffer, start, d), d);
-    }
-    const std::string* source = area_or_message(d.area);
-    return decode(source == nullptr ? std::string_view() : slice(*source, start, d), d);
+    const std::string* source = buffer.empty() ? area_or_message(d.area) : &buffer;
+    return decode(
+        source == nullptr ? std::string_view() : slice(*source, start_of(d, occurrence), d), d);
 }
 
 double read_number(const Descriptor& d, std::int16_t occurrence, const std::string& buffer) {
-    const std::size_t start = start_of(d, occurrence);
-    if (!buffer.empty()) {
-        return decode_number(slice(buffer, start, d), d);
-    }
-    const std::string* source = area_or_message(d.area);
-    return source == nullptr ? 0 : decode_number(slice(*source, start, d), d);
+    const std::string* source = buffer.empty() ? area_or_message(d.area) : &buffer;
+    return source == nullptr ? 0 : decode_number(slice(*source, start_of(d, occurrence), d), d);
 }
 
 /// Stores a text whose comma is already a point.
@@ -275,8 +274,8 @@ void write_characters(const Descriptor& d, std::string_view value, const Target&
 /// The buffer, or else the area, from the field's position on; without a buffer for a tag that is
 /// none.
 Target target_of(const Descriptor& d, std::int16_t occurrence, std::string& buffer) {
-    const std::size_t start = start_of(d, occurrence);
-    return {buffer.empty() ? area_or_message(d.area) : &buffer, start};
+    std::string* record = buffer.empty() ? area_or_message(d.area) : &buffer;
+    return {record, record == nullptr ? 0 : start_of(d, occurrence)};
 }
 
 void write_field(const Descriptor& d, std::string& value, std::int16_t occurrence,
@@ -476,17 +475,7 @@ std::int16_t SPOSTAMENTOOCCORRENZA(const Descriptor& descriptor, std::int16_t oc
 }
 
 std::int16_t SPOSTAMENTOOCCORRENZA(const std::string& descriptor, std::int16_t occurrence) {
-    Descriptor d = cut_at_run_time(descriptor);
-    if (d.area == Area::DI2X) {
-        // The group's number follows the first I at or after the fourth position.
-        const std::size_t letter = descriptor.find('I', 3);
-        d.code = {};
-        if (letter != std::string::npos) {
-            const std::string_view code = ritaglia(descriptor, letter + 1, 4);
-            std::copy(code.begin(), code.end(), d.code.begin());
-        }
-    }
-    return SPOSTAMENTOOCCORRENZA(d, occurrence);
+    return SPOSTAMENTOOCCORRENZA(cut_at_run_time(descriptor), occurrence);
 }
 
 double num(const Descriptor& field, int occurrence) {

@@ -277,7 +277,7 @@ void NORMALIZZAESPONENTE(std::string& text) {
     std::string mantissa = text.substr(0, mark);
     std::string sign;
     if (!mantissa.empty() && (mantissa.front() == '-' || mantissa.front() == '+')) {
-        sign = mantissa.front() == '-' ? "-" : "";
+        sign = mantissa.front();
         mantissa.erase(0, 1);
     }
     const std::size_t separator = mantissa.find_first_of(",.");

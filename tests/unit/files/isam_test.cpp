@@ -302,18 +302,24 @@ TEST_F(Index, ADamagedIndexIsAFailureAndNoEndlessWalk) {
     insert(key_of(1), 15);
     const std::string sound = bytes();
     CHIUDI(kIndex);
+    std::string culprit;
     const auto failure_with = [&](const std::string& damaged) {
         archive_.write("NZINDEX.DAT", damaged);
         FAIOPEN(kIndex);
         try {
             search(key_of(1));
         } catch (const platform::Failure& failure) {
+            culprit = failure.culprit;
             return failure.number();
         }
         return 0;
     };
     EXPECT_EQ(failure_with(sound.substr(0, 4352)), 62);        // block 3 is missing
+    EXPECT_EQ(culprit, "36-3");                                // index and block, for the operator
     EXPECT_EQ(failure_with(sound.substr(0, 2176 + 100)), 62);  // block 2 is cut short
+    EXPECT_EQ(culprit, "36-2");
+    EXPECT_EQ(failure_with(sound.substr(0, 100)), 62);  // the root is cut short
+    EXPECT_EQ(culprit, "36-1");
     std::string pointer_zero = sound;
     pointer_zero.replace(11, 6, "000000");
     EXPECT_EQ(failure_with(pointer_zero), 63);

@@ -443,6 +443,16 @@ TEST_F(LogicalFiles, EliminaRemovesAFileWithContentAndLeavesAnEmptyOne) {
     ELIMINA(2);                                  // nothing there: nothing happens
 }
 
+TEST_F(LogicalFiles, ZeroOrBelowIsNeitherRemovedNorMade) {
+    archive_.define(1, "A.DAT", 3);
+    archive_.write("A.DAT", "abc");
+    for (const double n : {0., -1.}) {
+        ELIMINA(n);
+        RICREAFILE(n);
+    }
+    EXPECT_EQ(archive_.read("A.DAT"), "abc");
+}
+
 TEST_F(LogicalFiles, EliminaKeepsTheValuesForItsSecondLook) {
     archive_.define(2, "A###@@%%**.DAT", 3);
     archive_.write("A00708TO24.DAT", "abc");

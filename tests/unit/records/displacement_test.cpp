@@ -107,6 +107,18 @@ TEST_F(Displacement, SecondEmployeeRecordMovesByGroupNumber) {
     EXPECT_EQ(SPOSTAMENTOOCCORRENZA(descriptor("DI2X$", 200, "I100"), 1), 0);
 }
 
+TEST_F(Displacement, SecondEmployeeRecordIsReadByTheGroupNumberBehindTheFirstLetterI) {
+    // Group 120 stands behind the I; the second occurrence lies 714 characters further on.
+    std::string copy(720, ' ');
+    copy.replace(1, 2, "aa");
+    copy.replace(715, 2, "bb");
+    EXPECT_EQ(SPOSTAMENTOOCCORRENZA("DI2X$,00002,02,A,0,XI120", 2), 714);
+    EXPECT_EQ(LEGGICAMPO("DI2X$,00002,02,A,0,XI120", 2, copy), "bb");
+    EXPECT_EQ(LEGGICAMPO("DI2X$,00002,02,A,0,XI020", 2, copy), "aa");
+    window->expect_box(texts::kRepositoryUnknownLetter.bytes());
+    EXPECT_EQ(LEGGICAMPO("DI2X$,00002,02,A,0,P120", 2, copy), "aa");
+}
+
 TEST_F(Displacement, SecondEmployeeRecordWithoutItsLetterShowsTheMessage) {
     window->expect_box(texts::kRepositoryUnknownLetter.bytes());
     EXPECT_EQ(SPOSTAMENTOOCCORRENZA(descriptor("DI2X$", 200, "P100"), 3), 0);

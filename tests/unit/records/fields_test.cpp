@@ -233,6 +233,22 @@ TEST_F(Fields, AnUnknownTagShowsItsMessageAndTheRunGoesOn) {
     EXPECT_EQ(window->boxes.front().text, "ERRORE REPOSITORY - STRCOSTANTE");
 }
 
+TEST_F(Fields, ADescriptorThatHoldsNothingShowsTheMessageOfAnUnknownTag) {
+    // No tag comes before no position: the run goes on with an empty value.
+    std::string area_itself;
+    for (const char* damaged : {"", "DIPX", "XXXX$,?????,08,A,0,P001"}) {
+        window->expect_box(texts::kRepositoryUnknownTag.bytes());
+        EXPECT_EQ(LEGGICAMPO(damaged, 0, ""), "");
+        window->expect_box(texts::kRepositoryUnknownTag.bytes());
+        EXPECT_EQ(LEGGICAMPONUM(damaged, 0, ""), 0);
+        std::string value = "12";
+        window->expect_box(texts::kRepositoryUnknownTag.bytes());
+        SCRIVICAMPO(damaged, value, 0, area_itself);
+    }
+    // With a tag that is known there is a record, but no position in it.
+    EXPECT_THROW((void)LEGGICAMPO("DIPX$,?????,08,A,0,P001", 0, ""), platform::Failure);
+}
+
 TEST_F(Fields, WithABufferTheTagDoesNotMatter) {
     EXPECT_EQ(LEGGICAMPO("XXXX$,00004,05,2,0,P001", 0, record("12345")), "123.45");
 }

@@ -134,6 +134,7 @@ TEST(Numbers, ExponentFormBecomesPlainDigits) {
     EXPECT_EQ(normalised("1.5E+03"), "01500.0");
     EXPECT_EQ(normalised("1E+15"), "01000000000000000.0");
     EXPECT_EQ(normalised("-2E+02"), "-0200.0");
+    EXPECT_EQ(normalised("+2E+02"), "+0200.0");  // a sign stays in front, whichever it is
     std::string endless = "1E+999999999";
     EXPECT_THROW(NORMALIZZAESPONENTE(endless), platform::Failure);
     endless = "1E+-99999999";
