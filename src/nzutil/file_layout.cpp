@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <array>
 
+#include "nzutil/field_value.h"
+#include "records/fields.h"
+
 namespace nzutil {
 
 namespace {
@@ -123,9 +126,12 @@ std::string empty_record(MXREPOSITORY::Area area, std::size_t length) {
     std::string record(length, ' ');
     for (const MXREPOSITORY::Descriptor& field : MXREPOSITORY::fields_of(area)) {
         const auto width = static_cast<std::size_t>(field.length);
-        const auto start = static_cast<std::size_t>(field.offset - 1);
-        if (field.type != 'A' && start + width <= length) {
-            record.replace(start, width, width, '0');
+        const auto step = static_cast<std::size_t>(MXREPOSITORY::SPOSTAMENTOOCCORRENZA(field, 2));
+        std::size_t start = static_cast<std::size_t>(field.offset - 1);
+        for (int n = occurrences(field, length); field.type != 'A' && n > 0; --n, start += step) {
+            if (start + width <= length) {
+                record.replace(start, width, width, '0');
+            }
         }
     }
     return record;

@@ -1,0 +1,157 @@
+#include "nzutil/commands.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include "tests/support/temp_directory.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// One demo installation for all tests; a test that writes takes its own copy.
+class CommandsTest : public ::testing::Test {
+  protected:
+    struct Outcome {
+        int status;
+        std::string output;
+        std::string errors;
+    };
+    static Outcome run(const nzutil::Arguments& arguments) {
+        ::testing::internal::CaptureStdout();
+        ::testing::internal::CaptureStderr();
+        const int status = nzutil::run_tool(arguments);
+        return {status, ::testing::internal::GetCapturedStdout(),
+                ::testing::internal::GetCapturedStderr()};
+    }
+    /// The command is refused with one sentence, and the file keeps every byte.
+    void refused(const nzutil::Arguments& arguments, const std::string& file = "DIPEND.DAT") {
+        const std::string before = bytes(file);
+        const Outcome outcome = run(arguments);
+        EXPECT_EQ(outcome.status, 1) << arguments[0];
+        EXPECT_EQ(outcome.output, "");
+        EXPECT_FALSE(outcome.errors.empty());
+        EXPECT_EQ(bytes(file), before);
+    }
+    [[nodiscard]] std::string bytes(const std::string& file) const {
+        std::ifstream in(demo + "/archivi/" + file, std::ios::binary);
+        return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    }
+    void SetUp() override { ASSERT_EQ(run({"demo", demo}).status, 0); }
+
+    test_support::TempDirectory directory;
+    std::string demo = directory.file("demo");
+};
+
+TEST_F(CommandsTest, HelpNamesEveryCommand) {
+    const Outcome help = run({"--help"});
+    EXPECT_EQ(help.status, 0);
+    for (const nzutil::Command& command : nzutil::commands()) {
+        EXPECT_NE(help.output.find("nzutil " + std::string(command.usage.utf8)), std::string::npos);
+    }
+    EXPECT_EQ(run({}).status, 1);
+    EXPECT_EQ(run({"altro"}).status, 1);
+    EXPECT_EQ(run({"leggi", demo}).status, 1);
+}
+
+TEST_F(CommandsTest, FieldsAreShownAsDescriptors) {
+    EXPECT_EQ(run({"campi", "P017"}).output, "DIPX$,04225,08,D,0,P017\n");
+    EXPECT_TRUE(run({"campi", "conx"}).output.starts_with("CONX$,00003,03,N,0,G001\n"));
+    EXPECT_EQ(run({"campi", "ZZZZ"}).status, 1);
+    EXPECT_EQ(run({"campi", "PROX$"}).status, 1);
+}
+
+TEST_F(CommandsTest, WrittenFieldIsReadBack) {
+    EXPECT_EQ(run({"scrivi", demo, "2", "1", "P058", "2000.5"}).status, 0);
+    EXPECT_EQ(run({"leggi", demo, "2", "1", "P058"}).output, "2000.50000\n");
+    EXPECT_EQ(run({"scrivi", demo, "97", "1", "J001", "-7.25", "12"}).status, 0);
+    EXPECT_EQ(run({"leggi", demo, "97", "1", "J001", "12"}).output, "-7.25\n");
+    EXPECT_EQ(run({"leggi", demo, "97", "1", "J001", "11"}).output, "0.00\n");
+    EXPECT_EQ(run({"scrivi", demo, "2", "1", "P002", "D'AMICÒ"}).status, 0);
+    EXPECT_EQ(run({"leggi", demo, "2", "1", "P002"}).output, "D'AMICÒ\n");
+}
+
+TEST_F(CommandsTest, WritingLeavesTheRestOfTheFile) {
+    const std::string before = bytes("DIPEND.DAT");
+    ASSERT_EQ(run({"scrivi", demo, "2", "2", "P002", "VERDI"}).status, 0);
+    const std::string after = bytes("DIPEND.DAT");
+    ASSERT_EQ(before.size(), after.size());
+    for (std::size_t i = 0; i < before.size(); ++i) {
+        // P002 of the second employee: positions 9515 to 9544 of record 2.
+        const bool in_field = i >= 16600 + 9514 && i < 16600 + 9544;
+        ASSERT_TRUE(in_field || before[i] == after[i]) << i;
+    }
+}
+
+TEST_F(CommandsTest, BadInputIsRefusedAndChangesNothing) {
+    refused({"scrivi", demo, "2", "1", "P058", "abc"});
+    refused({"scrivi", demo, "2", "1", "P209", "1000000"});
+    refused({"scrivi", demo, "2", "1", "P209", "1.234"});
+    refused({"scrivi", demo, "2", "1", "P013", "1/1/2024"});
+    refused({"scrivi", demo, "2", "1", "P002", std::string(31, 'X')});
+    refused({"scrivi", demo, "2", "1", "P002", "中村"});
+    refused({"scrivi", demo, "2", "99", "P002", "X"});
+    refused({"scrivi", demo, "2", "0", "P002", "X"});
+    refused({"scrivi", demo, "2", "1", "T002", "X"});
+    refused({"scrivi", demo, "601", "1", "P002", "X"});
+    refused({"scrivi", demo, "18", "1", "P002", "X"}, "SCAGLIRP.DAT");
+    refused({"scrivi", demo, "97", "1", "J001", "1", "13"}, "DIPMESI.DAT");
+    refused({"leggi", demo, "2", "uno", "P002"});
+    refused({"leggi", demo + "/altrove", "2", "1", "P002"});
+    refused({"scheda", demo, "2", "15"});
+    refused({"demo", demo});
+    EXPECT_FALSE(fs::exists(demo + "/archivi/NZ0099.DAT"));
+    refused({"scheda", demo, "99", "1"});
+}
+
+TEST_F(CommandsTest, MissingFileIsSaidAndNotMade) {
+    fs::remove(demo + "/archivi/DIPMESI.DAT");
+    EXPECT_EQ(run({"leggi", demo, "97", "1", "J001"}).status, 1);
+    EXPECT_FALSE(fs::exists(demo + "/archivi/DIPMESI.DAT"));
+}
+
+TEST_F(CommandsTest, PeriodTakesDaysOfTheCalendar) {
+    EXPECT_EQ(run({"periodo", demo, "29022024", "4"}).status, 0);
+    EXPECT_EQ(bytes("PERIODO.DAT").substr(0, 9), "290220244");
+    refused({"periodo", demo, "29022023", "4"}, "PERIODO.DAT");
+    refused({"periodo", demo, "31042024", "4"}, "PERIODO.DAT");
+    refused({"periodo", demo, "2024", "4"}, "PERIODO.DAT");
+    refused({"periodo", demo, "31052024", "40"}, "PERIODO.DAT");
+}
+
+TEST_F(CommandsTest, IndexIsSearchedListedAndChecked) {
+    EXPECT_EQ(run({"isam", demo, "36", "verifica"}).status, 0);
+    EXPECT_EQ(run({"isam", demo, "36", "elenca"}).output, "");
+    EXPECT_EQ(run({"isam", demo, "36", "cerca", "0010000001"}).status, 1);
+    EXPECT_EQ(run({"isam", demo, "36", "cerca", "1"}).status, 1);
+    EXPECT_EQ(run({"isam", demo, "2", "verifica"}).status, 1);
+    EXPECT_EQ(run({"isam", demo, "36", "altro"}).status, 1);
+    std::ofstream(demo + "/archivi/DIPPRIMA.IDX", std::ios::trunc).flush();
+    EXPECT_EQ(run({"isam", demo, "36", "elenca"}).status, 1);
+    EXPECT_EQ(run({"isam", demo, "36", "verifica"}).status, 1);
+}
+
+TEST_F(CommandsTest, CardShowsWhatIsNotEmpty) {
+    const std::string card = run({"scheda", demo, "2", "1"}).output;
+    EXPECT_NE(card.find("P002 BIANCHI\n"), std::string::npos);
+    EXPECT_NE(card.find("Q401 voce 002"), std::string::npos);
+    EXPECT_EQ(card.find("P017"), std::string::npos);
+    const std::string contract = run({"scheda", demo, "71", "1"}).output;
+    EXPECT_NE(contract.find("G022(3) 1378.78000\n"), std::string::npos);
+}
+
+TEST_F(CommandsTest, TableWithABadRecordLengthIsSaid) {
+    std::fstream table(demo + "/archivi/NZBASE.DAT",
+                       std::ios::binary | std::ios::in | std::ios::out);
+    table.seekp(79 + 32);  // length of logical file 2
+    table << "00000";
+    table.close();
+    EXPECT_EQ(run({"leggi", demo, "2", "1", "P002"}).status, 1);
+    fs::resize_file(demo + "/archivi/NZBASE.DAT", 60);
+    EXPECT_EQ(run({"leggi", demo, "2", "1", "P002"}).status, 1);
+}
+
+}  // namespace
