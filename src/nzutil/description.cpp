@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <functional>
 
 #include "files/isam.h"
 #include "nzutil/field_value.h"
@@ -383,19 +384,19 @@ void store_slip_lines(const Installation& installation, const std::vector<SlipLi
     }
 }
 
-void write_certificate(Installation& installation, const std::string& employee_code,
-                       const FieldValues& values) {
+/// Writes a record that an index reaches by the employee's code: over the one that the code has, or
+/// as a new one at the end.
+void write_indexed(Installation& installation, int file, int index, const std::string& code,
+                   const std::function<void(std::string& record)>& change) {
     // The index works on an open file.
-    static_cast<void>(installation.record_count(kCertificateIndex));
-    const double found =
-        MXLIBRERIA::ISAM(kCertificateIndex, employee_code, MXLIBRERIA::kIsamSearch, 0);
-    const int number =
-        found > 0 ? static_cast<int>(found) : installation.record_count(kCertificates) + 1;
-    std::string record = record_or_empty(installation, kCertificates, number);
-    store_all(values, record);
-    installation.write(kCertificates, number, record);
+    static_cast<void>(installation.record_count(index));
+    const double found = MXLIBRERIA::ISAM(index, code, MXLIBRERIA::kIsamSearch, 0);
+    const int number = found > 0 ? static_cast<int>(found) : installation.record_count(file) + 1;
+    std::string record = record_or_empty(installation, file, number);
+    change(record);
+    installation.write(file, number, record);
     if (found <= 0) {
-        MXLIBRERIA::ISAM(kCertificateIndex, employee_code, MXLIBRERIA::kIsamInsert, number);
+        MXLIBRERIA::ISAM(index, code, MXLIBRERIA::kIsamInsert, number);
     }
 }
 
@@ -441,9 +442,16 @@ void write_employee(Installation& installation, const Description& description,
     store_all(employee.months, months);
     installation.write(kTwelveMonths, place.record, months);
 
+    const std::string code = MXREPOSITORY::LEGGICAMPO(MXREPOSITORY::P001, 0, record);
     if (!employee.certificate.empty()) {
-        write_certificate(installation, MXREPOSITORY::LEGGICAMPO(MXREPOSITORY::P001, 0, record),
-                          employee.certificate);
+        write_indexed(installation, kCertificates, kCertificateIndex, code,
+                      [&](std::string& kept) { store_all(employee.certificate, kept); });
+    }
+    if (employee.before) {
+        write_indexed(installation, kBeforeImages, kBeforeImageIndex, code, [&](std::string& kept) {
+            kept = record;
+            store_all(*employee.before, kept);
+        });
     }
 }
 
@@ -484,25 +492,27 @@ EmployeeEntry read_employee(const Document& document, const YAML::Node& node,
                             const Keys& other_keys) {
     EmployeeEntry employee;
     employee.line = Document::line(node);
-    document.each(node,
-                  [&](const std::string& key, const YAML::Node& key_node, const YAML::Node& value) {
-                      if (key == "record") {
-                          employee.record = document.whole(value, 1, 9999);
-                      } else if (key == "ditta") {
-                          employee.company = document.whole(value, 1, 999);
-                      } else if (key == "campi") {
-                          employee.fields = document.fields(value, Area::DIPX);
-                      } else if (key == "righe") {
-                          employee.lines = read_lines(document, value);
-                      } else if (key == "mesi") {
-                          employee.months = document.fields(value, Area::DICX);
-                      } else if (key == "certificazione") {
-                          employee.certificate = document.fields(value, Area::CUDX);
-                      } else if (std::ranges::find(other_keys, key) == other_keys.end()) {
-                          document.fail(key_node, texts::kToolExpectedKey,
-                                        {"record, ditta, campi, righe, mesi, certificazione", key});
-                      }
-                  });
+    document.each(
+        node, [&](const std::string& key, const YAML::Node& key_node, const YAML::Node& value) {
+            if (key == "record") {
+                employee.record = document.whole(value, 1, 9999);
+            } else if (key == "ditta") {
+                employee.company = document.whole(value, 1, 999);
+            } else if (key == "campi") {
+                employee.fields = document.fields(value, Area::DIPX);
+            } else if (key == "righe") {
+                employee.lines = read_lines(document, value);
+            } else if (key == "mesi") {
+                employee.months = document.fields(value, Area::DICX);
+            } else if (key == "immagine") {
+                employee.before = document.fields(value, Area::DIPX);
+            } else if (key == "certificazione") {
+                employee.certificate = document.fields(value, Area::CUDX);
+            } else if (std::ranges::find(other_keys, key) == other_keys.end()) {
+                document.fail(key_node, texts::kToolExpectedKey,
+                              {"record, ditta, campi, righe, mesi, certificazione, immagine", key});
+            }
+        });
     return employee;
 }
 

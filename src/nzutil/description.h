@@ -53,6 +53,7 @@ struct EmployeeEntry {
     std::optional<std::vector<SlipLineEntry>> lines;
     FieldValues months;
     FieldValues certificate;
+    std::optional<FieldValues> before;  ///< fields as they stood before a calculation on file
 };
 
 /// Limit of the bracket and its rate in percent.

@@ -5,13 +5,28 @@ cd "$(dirname "$0")/../.."
 
 status=0
 sources=$(find src tests bench -name '*.cpp' -o -name '*.h')
+headers=$(find src tests bench -name '*.h')
+
+# complain RULE PLACES: a rule that is broken, and where; nothing when PLACES is empty.
+complain() {
+    [ -n "$2" ] || return 0
+    printf '%s:\n%s\n' "$1" "$2"
+    status=1
+}
+
 if ! clang-format --dry-run --Werror $sources; then
     echo "clang-format: run clang-format -i on the files above"
     status=1
 fi
-if grep -nE '\b(TODO|FIXME|XXX)\b' $sources; then
-    echo "marks of unfinished work"
-    status=1
-fi
+complain "marks of unfinished work" "$(grep -nE '\b(TODO|FIXME|XXX|HACK)\b' $sources)"
+complain "headers without #pragma once" "$(grep -L '^#pragma once' $headers)"
+complain "tabulators" "$(grep -nP '\t' $sources)"
+# State lives in the struct of its module, where a test can put it back.
+complain "state hidden in a function" \
+    "$(grep -nE '^ +static [^()]*( =|;)' $(find src -name '*.cpp') | grep -v 'static constexpr')"
+# The machine and its libraries end at the platform; the support tool reads YAML and starts programs.
+complain "headers of the machine above the platform" \
+    "$(grep -nE '#include <(hpdf|sqlite3|libpq|yaml-cpp|Q[A-Z]|unistd|sys/|fcntl|windows)' \
+        $(find src -path src/platform -prune -o -path src/nzutil -prune -o -type f -print))"
 python3 tests/style/floors.py || status=1
 exit $status

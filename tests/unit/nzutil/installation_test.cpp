@@ -115,7 +115,8 @@ TEST_F(InstallationTest, CopyNamesItselfInItsRegistry) {
 // is read through the other.
 TEST_F(InstallationTest, DictionaryFilesAgreeWithTheDescriptorsOfEveryLetter) {
     const Installation made = Installation::create(place);
-    static_cast<void>(made.record_length(nzutil::kEmployees));  // the installation is the one in hand
+    static_cast<void>(
+        made.record_length(nzutil::kEmployees));  // the installation is the one in hand
     MXREPOSITORY::repository = {};
     for (const char letter : std::string("FGJPQRSTXZ")) {
         const MXREPOSITORY::Area area = MXREPOSITORY::area_of_letter(letter);
