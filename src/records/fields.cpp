@@ -39,6 +39,9 @@ Descriptor cut_at_run_time(const std::string& text) {
     d.area = area_of_tag(ritaglia(text, 1, 5));
     d.offset = intero16(valore(ritaglia(text, 7, 5)));
     d.length = intero16(valore(ritaglia(text, 13, 2)));
+    if (d.length < 0) {
+        throw Failure(platform::kInvalidCall);
+    }
     const std::string_view type = ritaglia(text, 16, 1);
     d.type = type.empty() ? ' ' : type.front();
     const std::string_view flag = ritaglia(text, 18, 1);

@@ -308,6 +308,16 @@ TEST_F(Fields, AnOverflowOfThePositionIsAFailureWithThePseudoName) {
     }
 }
 
+TEST_F(Fields, ADescriptorTextWithANegativeLengthIsAFailure) {
+    std::string buffer = "short";
+    std::string value = "1";
+    for (const char* text : {"DIPX$,00001,-1,A,0,P001", "DIPX$,00001,-9,2,0,P001"}) {
+        EXPECT_THROW((void)LEGGICAMPO(text, 0, buffer), platform::Failure);
+        EXPECT_THROW(SCRIVICAMPO(text, value, 0, buffer), platform::Failure);
+    }
+    EXPECT_EQ(buffer, "short");
+}
+
 TEST_F(Fields, TheRestOfTheRecordStays) {
     std::string& employee = area(Area::DIPX);
     const std::size_t length = employee.size();
