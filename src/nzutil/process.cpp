@@ -8,7 +8,7 @@
 #include <chrono>
 #include <cstdlib>
 #include <fstream>
-#include <iterator>
+#include <sstream>
 #include <thread>
 
 #include "nzutil/tool_error.h"
@@ -21,7 +21,9 @@ constexpr int kCannotStart = 127;
 
 std::string content(const std::string& path) {
     std::ifstream in(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    std::ostringstream bytes;
+    bytes << in.rdbuf();
+    return bytes.str();
 }
 
 void redirect(const std::string& path, int flags, int descriptor) {
