@@ -56,16 +56,10 @@ double slot_of(std::string_view code) {
     return valore(destra(code, 3));
 }
 
-Repository::LetterBase* letter_base(char letter) {
-    if (letter < 'A' || letter > 'Z') {
-        return nullptr;
-    }
-    return &repository.letter_bases[static_cast<std::size_t>(letter - 'A')];
-}
-
-bool loaded(char letter) {
-    const Repository::LetterBase* entry = letter_base(letter);
-    return entry != nullptr && entry->base >= 0 && !repository.INDICELETTERE.empty();
+/// Base of a letter in the table; -1 for a letter that is not loaded.
+std::int32_t base_of(char letter) {
+    const bool in_range = letter >= 'A' && letter <= 'Z' && !repository.INDICELETTERE.empty();
+    return in_range ? repository.letter_bases.at(static_cast<std::size_t>(letter - 'A')).base : -1;
 }
 
 std::int32_t highest_index() {
@@ -76,7 +70,8 @@ std::int32_t highest_index() {
 
 /// Base of a letter; a letter that is not loaded begins after the last entry.
 std::int32_t begin_letter(char letter) {
-    Repository::LetterBase& entry = *letter_base(letter);
+    Repository::LetterBase& entry =
+        repository.letter_bases.at(static_cast<std::size_t>(letter - 'A'));
     if (entry.base < 0) {
         entry.base = highest_index();
         repository.INDICELETTERE += letter;
@@ -158,10 +153,10 @@ Area area_of(char letter, double slot) {
 
 bool letter_known(std::string_view name) {
     if (!name.empty()) {
-        if (!loaded(name.front())) {
+        if (base_of(name.front()) < 0) {
             INIZIALIZZAREPOSITORY(name.front());
         }
-        if (loaded(name.front())) {
+        if (base_of(name.front()) >= 0) {
             return true;
         }
     }
@@ -183,7 +178,7 @@ double slot_with_displacement(std::string_view name, double spostamento) {
 }
 
 bool above_table(std::string_view name, double slot) {
-    return letter_base(name.front())->base + slot > highest_index();
+    return base_of(name.front()) + slot > highest_index();
 }
 
 int digits(std::string_view text) {
@@ -192,7 +187,7 @@ int digits(std::string_view text) {
 
 /// The entry of a slot, or the box that tells that the name does not exist.
 std::optional<NamedField> field_at(std::string_view name, double spostamento, double slot) {
-    const std::int32_t base = letter_base(name.front())->base;
+    const std::int32_t base = base_of(name.front());
     const std::string empty;
     const std::string& entry =
         slot < 1 ? empty : repository.TABELLACAMPI[static_cast<std::size_t>(base + slot)];
