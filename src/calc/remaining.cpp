@@ -25,6 +25,8 @@ void clear_all_zero_texts() {
     // Tax codes of the relatives: one dated block of four fields each.
     blank_all_zero(serie(P634, P718, 4));
     blank_all_zero({PA55, P722, PA60, P018});
+    // The other texts that stand in front of a date.
+    blank_all_zero({Q843, PA88, PA90, PA92, PA94});
 }
 
 void first_blanking_list() {

@@ -160,10 +160,31 @@ void take_leaving_date_from_item() {
     }
 }
 
+std::string month_mark() {
+    return std::string(ritaglia(testo(P197), 1, 1));
+}
+
+/// The new mark in P197, the former one behind it.
+void set_month_mark(bool counted) {
+    scrivi(P197, (counted ? "1" : "0") + month_mark());
+}
+
 /// The mark of P197 stands for the month of the last slip; where the record knows no last slip it
 /// is taken as it stands.
+bool mark_of_earlier_month() {
+    return !slip.earlier_slip_this_month && num(Q179) != 0;
+}
+
 bool month_already_counted() {
-    return ritaglia(testo(P197), 1, 1) == "1" && (slip.earlier_slip_this_month || num(Q179) == 0);
+    return month_mark() == "1" && !mark_of_earlier_month();
+}
+
+/// A slip that counts no month takes the mark of an earlier month off: it leaves its own date in
+/// the record, and the ordinary slip after it would find its month counted already.
+void take_off_mark_of_earlier_month() {
+    if (month_mark() == "1" && mark_of_earlier_month()) {
+        set_month_mark(false);
+    }
 }
 
 void count_month_of_service() {
@@ -171,8 +192,7 @@ void count_month_of_service() {
     if (slip.month_counted) {
         aggiungi(Q136, 1);
     }
-    const std::string former_mark(ritaglia(testo(P197), 1, 1));
-    scrivi(P197, (slip.month_counted ? "1" : "0") + former_mark);
+    set_month_mark(slip.month_counted);
 }
 
 }  // namespace
@@ -211,10 +231,13 @@ void open_slip(double employee_record) {
 
 void leaver_scan() {
     if (num(P118) == 2) {
+        take_off_mark_of_earlier_month();
         return;
     }
     take_leaving_date_from_item();
-    if (period.ordinary() && !month_already_counted()) {
+    if (period.additional()) {
+        take_off_mark_of_earlier_month();
+    } else if (!month_already_counted()) {
         count_month_of_service();
     }
 }

@@ -1,3 +1,6 @@
+#include <set>
+#include <sstream>
+
 #include "calc/remaining.h"
 #include "tests/unit/calc/slip_test_base.h"
 
@@ -21,6 +24,83 @@ TEST_F(Clearing, EmptiesTheResultsOfTheMonth) {
     for (const Descriptor& field : results) {
         EXPECT_EQ(num(field), 0) << field.name();
     }
+}
+
+/// The fields of a list of codes and of ranges of codes ("P759-P762").
+std::set<std::string> fields_named(const std::string& list) {
+    std::set<std::string> names;
+    std::istringstream words(list);
+    for (std::string word; words >> word;) {
+        const std::size_t dash = word.find('-');
+        const Descriptor& first = *find_field(word.substr(0, dash));
+        const Descriptor& last =
+            dash == std::string::npos ? first : *find_field(word.substr(dash + 1));
+        for (const Descriptor& field : serie(first, last)) {
+            names.emplace(field.name());
+        }
+    }
+    return names;
+}
+
+std::set<std::string> without(std::set<std::string> names, const std::set<std::string>& others) {
+    for (const std::string& name : others) {
+        names.erase(name);
+    }
+    return names;
+}
+
+/// The fields that the clearing changes in a record whose every character is a 7.
+class ClearedFields : public SlipTest {
+  protected:
+    std::set<std::string> changed() {
+        const std::string before = area(Area::DIPX);
+        clear_month_results({"026.00", "000.00", "000.00"});
+        std::set<std::string> names;
+        for (const Descriptor& field : fields_of(Area::DIPX)) {
+            if (testo(field) != LEGGICAMPO(field, 0, before)) {
+                names.emplace(field.name());
+            }
+        }
+        return names;
+    }
+    void SetUp() override {
+        area(Area::DIPX).assign(area(Area::DIPX).size(), '7');
+        scrivi(T184, 1);
+    }
+
+    const std::set<std::string> saved = fields_named(
+        "P268-P281 PB03 P604-P606 Q881 P918 P924 P926 P928 P930 P749 P724 P764 P851 P883 P884 PA50 "
+        "PA53");
+    // PB07 and PB09 go with the month in any case; Q263 lies on the bytes of P202.
+    const std::set<std::string> of_the_month = fields_named(
+        "P468 Q201 Q189 P633 Q710 P759-P762 PB55 PB56 P812 P820 PB06 PB08 PB10 PB11 PB14 PB15 PB09 "
+        "PB07 PB18 PB25 PB26 PB29 PB02 "
+        "P202 Q263 P322 P207 Q173 P224 P225 P227 P226 P228-P237 P444 P238 P239 Q179 "
+        "P240 P241 P242-P248 P081 P082 P559 P291 P292 P193-P195 Q052 P250-P260 Q137 P196 P793 P794 "
+        "Q225 Q226 P407 Q227 Q228 Q139 Q140 Q130 Q138 Q224 P289 Q021 Q022 Q036 Q162 Q163 "
+        "P454-P456 P956 P458 P459 P451 P452 P499 P500 P765 P782 P535 P543 P546-P555 P561 P562 P813 "
+        "P814 P878 P879 P902 P903 P911 P912 PA25-PA32 "
+        "P905 Q938 Q939 P022 Q280 Q281 PC33 QA41 QA42 P907 P908 P920 P917 P940 P922 P925 P927 P929 "
+        "PA49 PA52 Q621 Q623 Q625 Q627 Q629 Q631 Q633 Q970 Q973 P850 P852 P880 P889 P901 P220 "
+        "P868-P870 P881 P882");
+};
+
+TEST_F(ClearedFields, AreThoseOfTheMonthAndOfASavedSlipThatIsNotValid) {
+    std::set<std::string> expected = of_the_month;
+    expected.insert(saved.begin(), saved.end());
+    EXPECT_EQ(changed(), expected);
+}
+
+TEST_F(ClearedFields, LeaveAValidSavedSlip) {
+    scrivi(P281, 1);
+    EXPECT_EQ(changed(), of_the_month);
+}
+
+TEST_F(ClearedFields, LeaveTheRoundingsAndTheSeparateContributionWhereTheyAreKept) {
+    scrivi(P281, 1);
+    scrivi(T184, 0);  // no cumulative method
+    scrivi(P118, 2);  // settlement only
+    EXPECT_EQ(changed(), without(of_the_month, fields_named("Q162 Q163 Q052")));
 }
 
 TEST_F(Clearing, LeavesTheFiguresOfTheYear) {
@@ -187,6 +267,14 @@ TEST_F(Blanking, TakesTextsOfZerosOverTheWholeWidth) {
     EXPECT_EQ(rifilato(P718), "");
     EXPECT_EQ(rifilato(P817), "");
     EXPECT_EQ(rifilato(P946), "A0000000000000000000");
+}
+
+TEST_F(Blanking, TakesEveryTextThatStandsInFrontOfADate) {
+    for (const Descriptor& text : {P977, PA55, PA60, Q843, PA88, PA90, PA92, PA94}) {
+        scrivi(text, std::string(static_cast<std::size_t>(text.length), '0'));
+        clear_all_zero_texts();
+        EXPECT_EQ(rifilato(text), "") << text.name();
+    }
 }
 
 TEST_F(Blanking, EmptiesTheTwoLists) {

@@ -336,6 +336,36 @@ TEST_F(LeaverScan, DoesNotCountOnAnAdditionalRun) {
     EXPECT_EQ(num(Q136), 0);
 }
 
+// April counted; then a slip of May that counts no month; then the ordinary slip of May, which
+// counts it.
+TEST_F(LeaverScan, CountsTheMonthAfterAnAdditionalOrASettlementSlip) {
+    for (const auto& [kind, settlement] : {std::pair{"0", "0"}, {"4", "2"}}) {
+        field(Q136, "4");
+        field(P197, "10");
+        field(Q179, "30042024");
+        field(P118, settlement);
+        open(std::string("31052024") + kind);
+        leaver_scan();
+        EXPECT_EQ(num(Q136), 4) << settlement;
+        EXPECT_EQ(testo(P197), "01") << settlement;
+        field(P197, testo(P197));
+        field(Q179, "31052024");
+        field(P118, "0");
+        open();
+        leaver_scan();
+        EXPECT_EQ(num(Q136), 5) << settlement;
+        EXPECT_EQ(testo(P197), "10") << settlement;
+    }
+}
+
+TEST_F(LeaverScan, AnAdditionalSlipKeepsTheMarkOfItsOwnMonth) {
+    field(P197, "10");
+    field(Q179, "31052024");
+    open("310520240");
+    leaver_scan();
+    EXPECT_EQ(testo(P197), "10");
+}
+
 TEST_F(LeaverScan, TakesTheDaysAfterTheLeavingOff) {
     field(Q401, line(320, 20052024));
     field(Q402, line(999, 0));
