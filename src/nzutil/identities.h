@@ -1,32 +1,47 @@
 #pragma once
-// Accounting identities that hold for every calculated slip, checked after each run of a scenario.
+// Accounting identities that hold for every calculated slip, to the cent, checked after each run of
+// a scenario. What an identity cannot tell from the records (a pension fund, an entertainer's
+// bases) it does not judge.
+//
+//   gross             what is paid: items, allowances, bonuses, refunds
+//   deductions        what is taken: items, rounding brought in, contributions, taxes
+//   net               gross less deductions, its rounding and the rounding carried on
+//   carry             the rounding of a slip enters the next one
+//   contributions     item by item, cuts taken off, and their sums to date
+//   taxable           lines less contributions, separate amounts back in, and its sum to date
+//   ceiling           wage above the yearly ceiling
+//   tax               tax of the slip and to date
+//   adjustment        the year's tax by the scale against what was withheld
+//   deduction_months  employment deduction, its days, and both to date
+//   drop              a slip that is not calculated leaves the record as it was
 
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "nzutil/calculated_slip.h"
 #include "nzutil/scenario.h"
 
 namespace nzutil {
 
-/// A calculated slip: the employee's record before and after the run, and the run's period.
-struct CalculatedSlip {
-    const Installation* installation;
-    int record;  ///< of the employee
-    std::string before;
-    std::string after;
-    PeriodEntry period;
+/// What an identity gives and what the record holds.
+struct Mismatch {
+    std::string expected;
+    std::string found;
 };
 
-/// One identity: its name, and what is wrong with the slip ("" when it holds).
+/// One identity: its name, and what is wrong with the slip (nothing when it holds).
 struct Identity {
     const char* name;
-    std::string (*check)(const CalculatedSlip& slip);
+    std::optional<Mismatch> (*check)(const CalculatedSlip& slip);
 };
 
-/// Checks all identities but those that the scenario switches off with a reason.
+/// Checks all identities but those that the scenario switches off with a reason. Of a slip that was
+/// dropped only `drop` is checked.
 [[nodiscard]] std::vector<Difference> check_identities(
-    const CalculatedSlip& slip, const std::map<std::string, std::string>& switched_off);
+    const CalculatedSlip& slip, bool calculated,
+    const std::map<std::string, std::string>& switched_off);
 
 /// Is there an identity of this name?
 [[nodiscard]] bool is_identity(const std::string& name);

@@ -155,6 +155,8 @@ inline constexpr Text kToolPlaceIdentity{Kind::tool, "identità {}"};
 inline constexpr Text kToolTooLong{Kind::tool, "il programma non termina"};
 inline constexpr Text kToolExpectedReason{Kind::tool,
                                           "atteso un motivo per l'identità che non si verifica"};
+inline constexpr Text kWordCalculated{Kind::tool, "elaborato"};
+inline constexpr Text kWordAlready{Kind::tool, "già"};
 
 // cedolino
 inline constexpr Text kToolUsageSlip{Kind::tool, "cedolino DIR CODICE [--pdf FILE]"};

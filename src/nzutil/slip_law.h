@@ -1,0 +1,35 @@
+#pragma once
+// Contributions, bases, tax and employment deduction of a calculated slip, worked out again from
+// its records. Nothing where the records do not tell enough: a pension fund, an entertainer's
+// bases, a sports collaborator's limits.
+
+#include <optional>
+
+#include "nzutil/calculated_slip.h"
+
+namespace nzutil {
+
+/// What the employee owes of the month's contributions, and the cuts already off it, in euro.
+struct EmployeeContributions {
+    double owed = 0;
+    double reductions = 0;
+};
+[[nodiscard]] std::optional<EmployeeContributions> employee_contributions(
+    const CalculatedSlip& slip);
+
+/// Sum of the lines in the fiscal and in the social base.
+[[nodiscard]] std::optional<double> fiscal_base(const CalculatedSlip& slip);
+[[nodiscard]] std::optional<double> social_base(const CalculatedSlip& slip);
+
+/// Contributions that lie on the amounts under separate taxation P244 and P245, which the record
+/// holds without them.
+[[nodiscard]] std::optional<double> contributions_on_separate_amounts(const CalculatedSlip& slip);
+
+/// Net tax of the whole year by the scale, not rounded.
+[[nodiscard]] std::optional<double> tax_of_the_year(const CalculatedSlip& slip);
+
+/// Employment deduction (art. 13 TUIR since 2022) for the year's days, and for the month's.
+[[nodiscard]] double deduction_of_the_year(const CalculatedSlip& slip);
+[[nodiscard]] double deduction_of_the_month(const CalculatedSlip& slip);
+
+}  // namespace nzutil
