@@ -45,15 +45,27 @@ struct SecondLetter {
 };
 constexpr std::array<SecondLetter, 3> kSecondLetters{{{'A', 2000}, {'B', 3000}, {'C', 4000}}};
 
+/// Whole number of a text of digits; any other text as its leading value.
+double number_of(std::string_view digits) {
+    int number = 0;
+    for (const char c : digits) {
+        if (c < '0' || c > '9') {
+            return valore(digits);
+        }
+        number = number * 10 + (c - '0');
+    }
+    return number;
+}
+
 double slot_of(std::string_view code) {
     if (code.size() == 4 && (code[0] == 'P' || code[0] == 'Q' || code[0] == 'T')) {
         for (const SecondLetter& row : kSecondLetters) {
             if (code[1] == row.letter) {
-                return row.slots + valore(destra(code, 2));
+                return row.slots + number_of(destra(code, 2));
             }
         }
     }
-    return valore(destra(code, 3));
+    return number_of(destra(code, 3));
 }
 
 /// Base of a letter in the table; -1 for a letter that is not loaded.
@@ -94,12 +106,19 @@ void store_entry(std::string_view record, std::int32_t base) {
     const std::size_t index = static_cast<std::size_t>(base) + static_cast<std::size_t>(slot);
     if (index >= repository.TABELLACAMPI.size()) {
         repository.TABELLACAMPI.resize(index + 1);
+        repository.fields.resize(index + 1);
     }
     std::string& entry = repository.TABELLACAMPI[index];
     entry = a_sinistra(ritaglia(record, 50, 5), 5);
     entry += a_sinistra(length, 2);
     entry += a_sinistra(ritaglia(record, 32, 1), 1);
     entry += a_sinistra(ritaglia(record, 65, 1), 1);
+    const double offset = valore(ritaglia(record, 50, 5));
+    const double width = valore(length);
+    const bool sound = offset >= 1 && offset <= INT16_MAX && width >= 1;
+    repository.fields[index] = sound ? Repository::Field{static_cast<std::int16_t>(offset),
+                                                         static_cast<std::int16_t>(width)}
+                                     : Repository::Field{};
 }
 
 void load_file(int logical_file, char letter) {
@@ -181,29 +200,26 @@ bool above_table(std::string_view name, double slot) {
     return base_of(name.front()) + slot > highest_index();
 }
 
-int digits(std::string_view text) {
-    return static_cast<int>(valore(text));
-}
-
 /// The entry of a slot, or the box that tells that the name does not exist.
 std::optional<NamedField> field_at(std::string_view name, double spostamento, double slot) {
-    const std::int32_t base = base_of(name.front());
-    const std::string empty;
-    const std::string& entry =
-        slot < 1 ? empty : repository.TABELLACAMPI[static_cast<std::size_t>(base + slot)];
-    repository.type.assign(ritaglia(entry, 8, 1));
+    const auto index =
+        slot < 1 ? std::size_t{0} : static_cast<std::size_t>(base_of(name.front()) + slot);
+    const std::string& entry = repository.TABELLACAMPI[index];  // the first is always empty
     if (entry.empty()) {
+        repository.type.clear();
         show(texts::kRepositoryNoSuchName, std::string(name) + " " + testo_numero(spostamento));
         return std::nullopt;
     }
-    NamedField field;
-    field.offset = digits(ritaglia(entry, 1, 5));
-    field.length = digits(ritaglia(entry, 6, 2));
-    field.type = entry[7];
-    field.area = area_of(name.front(), slot);
-    if (field.offset < 1 || field.length < 1) {
+    repository.type.assign(1, entry[7]);
+    const Repository::Field& columns = repository.fields[index];
+    if (columns.offset < 1) {
         throw Failure(platform::kInvalidCall);  // a damaged dictionary record
     }
+    NamedField field;
+    field.offset = columns.offset;
+    field.length = columns.length;
+    field.type = entry[7];
+    field.area = area_of(name.front(), slot);
     return field;
 }
 
@@ -293,6 +309,7 @@ constexpr std::size_t kLineWidth = 35;
 void INIZIALIZZAREPOSITORY(char letter) {
     if (repository.INDICELETTERE.empty()) {
         repository.TABELLACAMPI.assign(1, {});
+        repository.fields.assign(1, {});
         repository.letter_bases = {};
         repository.INDICELETTERE = kEmptyIndex;
     }

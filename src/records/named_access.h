@@ -25,6 +25,13 @@ struct Repository {
     std::vector<std::string> TABELLACAMPI;
     std::string type;  ///< type letter of the last field read
 
+    /// The same entries in numbers; offset 0 for those that are no field, or a damaged one.
+    struct Field {
+        std::int16_t offset = 0;
+        std::int16_t length = 0;
+    };
+    std::vector<Field> fields;
+
     /// Bases of the letters A to Z, as INDICELETTERE tells them; -1 for a letter not loaded.
     struct LetterBase {
         std::int32_t base = -1;

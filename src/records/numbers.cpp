@@ -190,9 +190,38 @@ std::string testo_numero(double value) {
     return text + size;
 }
 
+namespace {
+
+/// Units of the last decimal as a rounded text: "0.50", and "-.50" below 1.
+std::string text_of_units(std::uint64_t units, std::size_t decimals, bool negative) {
+    std::array<char, 24> digits{};
+    const auto written = std::to_chars(digits.data(), digits.data() + digits.size(), units);
+    const std::string_view number(digits.data(),
+                                  static_cast<std::size_t>(written.ptr - digits.data()));
+    std::string text;
+    if (negative) {
+        text += '-';
+    }
+    if (number.size() > decimals) {
+        text += number.substr(0, number.size() - decimals);
+        text += '.';
+        text += number.substr(number.size() - decimals);
+        return text;
+    }
+    text += negative ? "." : "0.";
+    text.append(decimals - number.size(), '0');
+    text += number;
+    return text;
+}
+
+}  // namespace
+
 std::string ARROTONDATESTO(double value, std::int16_t& decimals) {
     if (decimals == 0) {
         decimals = 2;
+    }
+    if (const auto units = plain_units(std::abs(value), decimals)) {
+        return text_of_units(*units, static_cast<std::size_t>(decimals), value < 0);
     }
     std::string half_text = "0.";
     half_text.append(static_cast<std::size_t>(std::max<int>(decimals, 0)), '0');
