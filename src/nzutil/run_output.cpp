@@ -21,7 +21,9 @@ bool is_answer(const std::string& line) {
 
 /// Messages that nothing follows but boxes.
 bool goes_to_the_end(const ShownBox& box) {
-    return is_closing_message(box) || box.text.starts_with(texts::kFailure.utf8);
+    const std::string_view restore = texts::kRestoreTask.utf8;
+    return is_closing_message(box) || box.text.starts_with(texts::kFailure.utf8) ||
+           box.text.starts_with(restore.substr(0, restore.find('\r')));
 }
 
 std::vector<std::string> lines_of(const std::string& text) {
