@@ -85,11 +85,11 @@ void shares_by_percent() {
 
 // ---- Bases ----
 
-/// Item 4 bears what item 2 does not, up to the rest of its ceiling.
+/// Item 4 bears what item 2 does not, up to the rest of its ceiling; not in force it bears nothing.
 void limit_item4() {
     double& base = item_cell(contributions.bases, 4);
     const double item2 = item_cell(contributions.bases, 2);
-    if (item2 > 0) {
+    if (item2 > 0 && item_cell(contributions.switches, 4) != 0) {
         base -= item2;
     }
     base = std::min(base, contributions.residue_item4);

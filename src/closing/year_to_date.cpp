@@ -86,16 +86,20 @@ void collaborators() {
 }
 
 /// The wage is raised to the minimum of the month, unless the yearly ceiling has taken wage away.
+/// The minimum is in whole euro where the wage is: the contributions are on the rounded minimum.
 void raise_to_minimum() {
     if (num(P881) != 0 || num(P883) != 0) {
         return;
     }
-    if (num(P240) < slip.minimum_base) {
-        scrivi(P249, slip.minimum_base - num(P240));
-        scrivi(P240, slip.minimum_base);
+    const double whole_minimum = unita(slip.minimum_base);
+    const bool whole_wage = num(P169) == 0 || ModSWCALM::run_tables.F041 == 1;
+    const double minimum = whole_wage ? whole_minimum : slip.minimum_base;
+    if (num(P240) < minimum) {
+        scrivi(P249, minimum - num(P240));
+        scrivi(P240, minimum);
     }
-    if (num(P252) < slip.minimum_base) {
-        scrivi(P252, slip.minimum_base);
+    if (num(P252) < whole_minimum) {
+        scrivi(P252, whole_minimum);
     }
 }
 

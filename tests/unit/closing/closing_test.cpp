@@ -217,6 +217,22 @@ TEST_F(ClosingTest, WageBelowTheMinimumIsRaisedUnlessTheCeilingTookIt) {
     EXPECT_EQ(num(P240), 0);
 }
 
+TEST_F(ClosingTest, TheMinimumIsInWholeEuroWhereTheWageIs) {
+    slip.minimum_base = 1490.32;
+    scrivi(P240, 1490);  // 1490.32 rounded, as the contributions bear it
+    scrivi(P252, 1490);
+    year_to_date_block();
+    EXPECT_EQ(num(P240), 1490);
+    EXPECT_EQ(num(P249), 0);
+    EXPECT_EQ(num(P252), 1490);
+    EXPECT_EQ(num(Q001), 1490);
+
+    scrivi(P169, 1);  // the wage keeps its cents, and so does the minimum
+    year_to_date_block();
+    EXPECT_EQ(num(P240), 1490.32);
+    EXPECT_EQ(num(P249), 0.32);
+}
+
 TEST_F(ClosingTest, CollaboratorsSumOfTheMonthStandsInItsMonth) {
     scrivi(P447, 1);
     scrivi(P500, 100);

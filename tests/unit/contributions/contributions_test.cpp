@@ -186,6 +186,17 @@ TEST_F(ContributionsTest, TheRestOfTheCeilingIsNotBelowZero) {
     EXPECT_EQ(contributions.bases[4], 0);
 }
 
+TEST_F(ContributionsTest, Item4NotInForceBearsNothingBesideItem2) {
+    scrivi(P182, 1);
+    scrivi(P040, 1);  // no limits of the month, which would empty it
+    slip.PCTCONTR[4] = 4;
+    scrivi(P252, 600);
+    wage(1000);
+    run_general();
+    EXPECT_EQ(contributions.bases[4], 0);
+    EXPECT_EQ(num(Q224), 91.90);  // item 1 alone: item 2 has no rate
+}
+
 // ---- Shares beside the items ----
 
 TEST_F(ContributionsTest, TheShareOfS300GoesToTheFieldOfTheSlipKind) {
