@@ -28,22 +28,29 @@ build() {
 }
 
 check "style" tests/style/check.sh
-check "release build" build release "velmor nzutil" -DVELMOR_TESTS=OFF -DVELMOR_BENCH=OFF
-check "build with sanitizers" build asan all -DVELMOR_BENCH=OFF
-
-echo "== tests"
-log=build-asan/Testing/last_run.txt
-mkdir -p build-asan/Testing
-ctest --preset asan -j "$(nproc)" | tee "$log"
-summary=$(grep -E 'tests passed, [0-9]+ tests failed out of [0-9]+' "$log" || true)
-if [ -n "$summary" ]; then
+# tests PRESET OPTION...: runs the tests of a build and adds up how they went.
+tests() {
+    local log=build-tests.log summary total broken
+    ctest --preset "$1" -j "$(nproc)" "${@:2}" | tee "$log"
+    summary=$(grep -E 'tests passed, [0-9]+ tests failed out of [0-9]+' "$log" || true)
+    if [ -z "$summary" ]; then
+        failed=$((failed + 1))
+        return
+    fi
     total=$(sed -E 's/.* out of ([0-9]+).*/\1/' <<<"$summary")
     broken=$(sed -E 's/.*, ([0-9]+) tests failed.*/\1/' <<<"$summary")
     passed=$((passed + total - broken))
     failed=$((failed + broken))
-else
-    failed=$((failed + 1))
-fi
+}
+
+check "release build" build release "velmor nzutil slip_grid law_reference" \
+    -DVELMOR_TESTS=ON -DVELMOR_BENCH=OFF
+check "build with sanitizers" build asan all -DVELMOR_TESTS=ON -DVELMOR_BENCH=OFF
+
+echo "== tests with sanitizers"
+tests asan -LE grid
+echo "== the grid of a year's figures"
+tests release -L grid
 
 echo "$passed passed, $failed failed"
 [ "$failed" -eq 0 ]
