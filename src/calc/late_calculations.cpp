@@ -152,10 +152,12 @@ void store_contract_pay() {
     scrivi(P617, pay_elements() + base);
 }
 
-/// Tax suspended in Q801 is no longer tax paid once the suspension P792 has ended.
+/// Tax once suspended (Q801) was counted as paid for the adjustment of the year; it comes off the
+/// tax to date again, on that slip alone.
 void take_off_suspended_tax() {
     const double suspended = num(Q801);
-    if (num(P792) == 0 && slip.ordinary_worker && suspended != 0 && num(Q014) - suspended > 0) {
+    if (slip.suspended_tax_joined && num(P792) == 0 && slip.ordinary_worker && suspended != 0 &&
+        num(Q014) - suspended > 0) {
         aggiungi(Q014, -suspended);
     }
 }

@@ -109,8 +109,9 @@ struct Slip {
     double minimum_base = 0;  ///< minimum contribution base of the month
     double rounded_base = 0;  ///< the kept, rounded value of P240 when F041 = 1
     double travel_excess = 0;
-    bool class8_seen = false;   ///< an item of fiscal class 8 was on the slip
-    bool ceiling_flag = false;  ///< ceiling test of phase C: class-6 items go to the totals below
+    bool class8_seen = false;  ///< an item of fiscal class 8 was on the slip
+    bool ceiling_flag =
+        false;  ///< ceiling test at the opening: class-6 items go to the totals below
     std::array<double, 5> ceiling_totals{};  ///< 1 to 4
     double RETRIBUZIONEDIFF = 0;             ///< January difference, ends in Q780 or Q781
 
@@ -118,7 +119,8 @@ struct Slip {
     bool calendar_days = false;            ///< T180 = 1
     bool same_month_repeat = false;        ///< Q179 lies in the period's month (entertainers)
     bool exemption_over = false;           ///< the exemption of P916 has ended
-    bool ordinary_worker = false;          ///< P168 = 0 (phase J, step 17)
+    bool suspended_tax_joined = false;     ///< the adjustment took Q801 into Q014
+    bool ordinary_worker = false;          ///< P168 = 0: no worker in entertainment
     double former_Q173 = 0;                ///< net of the earlier slip
     double former_P268 = 0;                ///< P268 as the earlier slip of the month left it
     double sector_rate = 0;                ///< S004, reduced

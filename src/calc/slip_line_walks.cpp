@@ -326,7 +326,9 @@ void one_off_2022() {
         scrivi(PB25, kNovember);  // paid with November's slip: December pays nothing more
         return;
     }
-    if (num(P071) != 0 && num(P240) - num(PB11) <= kOneOffWageLimit) {
+    // Wage above the yearly ceiling counts too: it has left P240 for P881 or P883.
+    const double wage = num(P240) + num(P881) + num(P883) - num(PB11);
+    if (num(P071) != 0 && wage <= kOneOffWageLimit) {
         scrivi(QA24, kOneOff);
         if (period.yyyymm() == 202211 || period.yyyymm() == 202212) {
             scrivi(PB25, period.month());

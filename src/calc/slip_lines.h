@@ -42,7 +42,7 @@ void load_line_into_item(const std::string& line);
 void load_slip_table();
 void store_slip_table();
 
-/// Evaluates all lines in order, with bases and accumulators (phase H).
+/// Evaluates all lines in order, with bases and accumulators.
 void evaluate_lines();
 
 /// P071, the operator's wage for the declaration, from the lines.

@@ -45,6 +45,7 @@ void decide_year_end() {
     bool adjusts = num(P017) > 0 || (num(P169) == 0 && is_december());
     if (adjusts && num(P792) == 0 && is_december() && num(Q801) != 0) {
         aggiungi(Q014, num(Q801));
+        slip.suspended_tax_joined = true;
     }
     if (num(P118) == 1) {
         adjusts = true;

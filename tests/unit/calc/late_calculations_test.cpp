@@ -123,8 +123,17 @@ TEST_F(LateCalculations, TheContractPayTakesTheBaseByTheHourWithHourlyElements) 
     EXPECT_EQ(num(P617), 1733);
 }
 
-TEST_F(LateCalculations, SuspendedTaxLeavesTheTaxPaidOnceTheSuspensionHasEnded) {
+TEST_F(LateCalculations, SuspendedTaxStaysOutOfTheTaxPaidWhereNoAdjustmentTookIt) {
     slip.ordinary_worker = true;
+    scrivi(Q014, 500);
+    scrivi(Q801, 200);
+    late_calculations();
+    EXPECT_EQ(num(Q014), 500);
+}
+
+TEST_F(LateCalculations, SuspendedTaxLeavesTheTaxPaidAfterTheAdjustment) {
+    slip.ordinary_worker = true;
+    slip.suspended_tax_joined = true;
     scrivi(Q014, 500);
     scrivi(Q801, 200);
     scrivi(P792, 1);
