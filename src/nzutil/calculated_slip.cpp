@@ -115,6 +115,15 @@ bool CalculatedSlip::settles_year() const {
     return now(P017) > 0 || (now(P169) == 0 && month_ == 12) || was(P118) == 1;
 }
 
+bool CalculatedSlip::waits_for_cap(const std::string& item) const {
+    const auto mentions = [&item](std::string_view text) {
+        return item.find(text) != std::string::npos;
+    };
+    return (mentions("P855") && now(P855) <= 0 && !mentions("=P855")) ||
+           (mentions("P953") && now(P953) <= 0 && !mentions("=P953")) ||
+           (mentions("P954") && now(P954) <= 0 && !mentions("=P954"));
+}
+
 void CalculatedSlip::read_lines(const Installation& installation) {
     constexpr int kLines = 100;
     constexpr int kEndOfTable = 999;
@@ -126,7 +135,8 @@ void CalculatedSlip::read_lines(const Installation& installation) {
         }
         SlipLine line;
         line.item = installation.read(kPayItems, code).value_or("");
-        if (line.item.empty() || line.of_item(Z049) == 99 || line.of_item(Z048) == 1) {
+        if (line.item.empty() || line.of_item(Z049) == 99 || line.of_item(Z048) == 1 ||
+            waits_for_cap(line.item)) {
             continue;
         }
         const bool plain = line.of_item(Z016) == 7;

@@ -66,6 +66,9 @@ class CalculatedSlip {
   private:
     void read_lines(const Installation& installation);
     void read_brackets(const Installation& installation);
+    /// An item that draws on a yearly cap does not run where none is left, save the one that sets
+    /// it.
+    [[nodiscard]] bool waits_for_cap(const std::string& item) const;
 
     std::string before_;
     std::string after_;
