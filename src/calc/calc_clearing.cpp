@@ -82,6 +82,7 @@ void clear_month_figures() {
     svuota({P956, P458, P459, P451, P452, P499, P500, P765, P782, P535, P543});
     svuota(serie(P546, P555));
     svuota({P561, P562, P813, P814, P878, P879, P902, P903, P911, P912});
+    azzera({PC29, PC30});  // free and taxed part of a sports collaborator's line
     for (const Descriptor& date : serie(PA25, PA32)) {
         scrivi(date, "00000000");
     }
