@@ -28,8 +28,8 @@ namespace {
 enum class Cell {
     number,      ///< the field as a number
     joined,      ///< the number that the texts of the fields form one after the other
-    left_five,   ///< the five leftmost characters of the field's text
-    right_five,  ///< the five rightmost
+    left_five,   ///< the first five of the ten digits that the record holds
+    right_five,  ///< the last five
 };
 
 struct CellRow {
@@ -73,14 +73,20 @@ std::string text_if_named(const Descriptor& field) {
     return field.area == Area::unknown ? std::string() : testo(field);
 }
 
+/// Five of the ten digits of a field that holds two numbers, without the point of an amount.
+double half_of(const Descriptor& field, std::size_t start) {
+    return valore(
+        ritaglia(area(Area::FISX), static_cast<std::size_t>(field.offset) + start, kHalf));
+}
+
 double cell_value(const CellRow& row) {
     switch (row.how) {
         case Cell::joined:
             return valore(testo(row.first) + text_if_named(row.second) + text_if_named(row.third));
         case Cell::left_five:
-            return valore(ritaglia(testo(row.first), 1, kHalf));
+            return half_of(row.first, 0);
         case Cell::right_five:
-            return valore(destra(testo(row.first), kHalf));
+            return half_of(row.first, kHalf);
         case Cell::number:
             break;
     }

@@ -179,7 +179,7 @@ double contribution_cut(double due) {
     for (const Descriptor& field : {PB07, PB16, PB28}) {
         cut += take(field, counts ? num(field) : 0, left);
     }
-    return cut;
+    return arrotonda(cut);
 }
 
 bool half_share() {

@@ -102,7 +102,8 @@ double rounded_by_P169(double wage) {
 }
 
 /// The four amounts go to the slip: P250 and P240 take the wage that contributes, P881 (P883 on an
-/// additional slip) and Q926 what lies above, Q168 the credited wage of the month.
+/// additional slip) and Q926 what lies above; with P168 2 and 3 Q168 the credited wage of the
+/// month.
 void take_wage_limits() {
     if (num(P250) <= 0) {
         return;
@@ -110,7 +111,9 @@ void take_wage_limits() {
     const std::string amounts = FAI_ENPALS();
     const double contributing = amount_at(amounts, 1, 10);
     const double above = amount_at(amounts, 11, 10);
-    aggiungi(Q168, amount_at(amounts, 21, 8));
+    if (num(P168) > 1) {
+        aggiungi(Q168, amount_at(amounts, 21, 8));
+    }
     if (contributing == num(P250)) {
         return;
     }
@@ -210,8 +213,8 @@ void CONGSOLIDENPALS() {
         arrotonda((wage - above) * run_tables.TABFISSO.at(kRateCell) / kHundredthsOfPercent);
     const double due_above =
         arrotonda(above * run_tables.TABFISSO.at(kRateAboveCell) / kHundredthsOfPercent);
-    const double owed = due - num(Q007) - contributions_of_the_slip();
-    const double owed_above = due_above - num(Q009);
+    const double owed = arrotonda(due - num(Q007) - contributions_of_the_slip());
+    const double owed_above = arrotonda(due_above - num(Q009));
     scrivi(P282, due);
     scrivi(P283, due_above);
     scrivi(P284, owed);

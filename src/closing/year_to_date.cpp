@@ -87,7 +87,9 @@ void collaborators() {
 
 /// The wage is raised to the minimum of the month, unless the yearly ceiling has taken wage away.
 /// The minimum is in whole euro where the wage is: the contributions are on the rounded minimum.
+/// P249 is what this slip was raised by.
 void raise_to_minimum() {
+    azzera({P249});
     if (num(P881) != 0 || num(P883) != 0) {
         return;
     }

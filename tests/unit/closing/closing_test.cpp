@@ -215,6 +215,7 @@ TEST_F(ClosingTest, WageBelowTheMinimumIsRaisedUnlessTheCeilingTookIt) {
     scrivi(P881, 1400);
     year_to_date_block();
     EXPECT_EQ(num(P240), 0);
+    EXPECT_EQ(num(P249), 0);  // nothing is left of the slip before
 }
 
 TEST_F(ClosingTest, TheMinimumIsInWholeEuroWhereTheWageIs) {

@@ -195,6 +195,13 @@ TEST_F(EntertainersPassTest, ContributionsAndTaxReachTheDeductionsOnce) {
     EXPECT_EQ(num(Q168), 2600);
 }
 
+TEST_F(EntertainersPassTest, TheFirstKindCarriesNoSumOfTheMonth) {
+    scrivi(P168, 1);
+    CSOCTASSEPENPALS();
+    EXPECT_EQ(num(Q168), 0);
+    EXPECT_EQ(num(Q224), 238.94);
+}
+
 TEST_F(EntertainersPassTest, TheWageAboveTheLimitsIsBookedApart) {
     scrivi(F198, 119650);
     scrivi(Q003, 118000.40);
@@ -297,6 +304,15 @@ TEST_F(YearSettlementTest, AWageUpToTheCeilingHasOnePart) {
     EXPECT_EQ(num(P283), 0);
     EXPECT_EQ(num(P285), 0);
     EXPECT_EQ(num(Q224), 278.80);  // 367.60 - 88.80
+}
+
+TEST_F(YearSettlementTest, AnEvenYearOwesNothingAndNotMinusNothing) {
+    scrivi(Q002, 36000);
+    scrivi(Q007, 3308.40);  // 40000 x 9.19 % = 3676 - 367.60
+    scrivi(Q009, 0);
+    CONGSOLIDENPALS();
+    EXPECT_EQ(testo(P284), "0000.00");
+    EXPECT_EQ(num(Q224), 367.60);
 }
 
 TEST_F(YearSettlementTest, ItNeedsItem2ItsRateAndAnOrdinaryKindOfSlip) {

@@ -52,15 +52,15 @@ TEST_F(FixedData, TextsJoinedToANumber) {
     EXPECT_DOUBLE_EQ(table_[53], 1234);  // "0123" and "4"
 }
 
-TEST_F(FixedData, HalvesOfATextOfTenDigits) {
-    // The text is "12345678.90": five characters from the left, five from the right.
+TEST_F(FixedData, HalvesOfAFieldOfTenDigits) {
+    // The record holds "1234567890": two numbers of five digits.
     for (const Descriptor& field : {F162, F143, F140}) {
         scrivi(field, 12345678.90);
     }
     CARICAFISSO(table_);
     for (const std::size_t left : {8U, 19U, 31U}) {
         EXPECT_DOUBLE_EQ(table_[left], 12345) << left;
-        EXPECT_DOUBLE_EQ(table_[left + 1], 78.90) << left;
+        EXPECT_DOUBLE_EQ(table_[left + 1], 67890) << left;
     }
 }
 
