@@ -272,6 +272,21 @@ double yearly_fiscal_excess(double limit) {
     return amount - room;
 }
 
+/// Part of a collaborator's line that counts. The year's limit of contributions is kept by the
+/// social pass of class 4, the one of tax by the fiscal pass of class 5; the other pass of the line
+/// has no limit and books nothing.
+double collaborator_excess(const ItemClass& item) {
+    if (num(Z016) == 0) {
+        if (item.number == 4 && classification.mode == kSocial) {
+            return yearly_social_excess(item.limit);
+        }
+        if (item.number == 5 && classification.mode == kFiscal) {
+            return yearly_fiscal_excess(item.limit);
+        }
+    }
+    return excess(item.limit);
+}
+
 /// Class of a collaborator's line: the limit is the yearly one, for fiscal class 5 and social
 /// class 4 only.
 ItemClass collaborator_class() {
@@ -468,12 +483,10 @@ void NONSOCHECALCOLI_COCOCO_SPORT() {
     }
     double x = signed_amount(item.number);
     add_whole_amount(x);
-    const bool by_the_unit = num(Z016) != 0;
     if (item.number == 4) {
-        const double above = by_the_unit ? excess(item.limit) : yearly_social_excess(item.limit);
-        x = class_4(x, with_sign(above));
+        x = class_4(x, with_sign(collaborator_excess(item)));
     } else if (item.number == 5) {
-        x = with_sign(by_the_unit ? excess(item.limit) : yearly_fiscal_excess(item.limit));
+        x = with_sign(collaborator_excess(item));
     }
     add_to_base(x);
 }

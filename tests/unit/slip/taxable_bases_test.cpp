@@ -620,6 +620,18 @@ TEST_F(Collaborators, WithoutASocialLimitAllCounts) {
     EXPECT_DOUBLE_EQ(num(P500), 1500);
 }
 
+TEST_F(Collaborators, EachLimitIsBookedByItsOwnPassOnly) {
+    line(1000, {{Z013, 4}, {Z014, 4}, {Z009, 5000}});
+    EXPECT_DOUBLE_EQ(num(P256), 1000);  // class 4 has no yearly limit of tax
+    EXPECT_DOUBLE_EQ(num(P765), 1000);
+    EXPECT_DOUBLE_EQ(num(P500), 0);
+    EXPECT_DOUBLE_EQ(num(QA33), 0);
+    line(1000, {{Z013, 5}, {Z008, 15000}, {Z014, 5}});
+    EXPECT_DOUBLE_EQ(slip.IMPSOCIALE1, 1000);  // class 5 has no yearly limit of contributions
+    EXPECT_DOUBLE_EQ(num(PC29), 1000);
+    EXPECT_DOUBLE_EQ(num(PC30), 0);
+}
+
 TEST_F(Collaborators, ALimitOnTheRate) {
     item_area(10, 30, {{Z013, 5}, {Z008, 20}, {Z014, 4}, {Z009, 25}, {Z016, 1}});
     AGGIMPFISCSOC();
