@@ -33,8 +33,6 @@ ClosingState closing;
 
 namespace {
 
-constexpr double kAdjustmentOnly = 2;  // P118: slip of adjustment only
-
 /// Everything that belongs to this closing starts anew; the slip may count months once.
 void open_closing() {
     closing = {};
@@ -59,7 +57,7 @@ void rounding_brought_in() {
 }
 
 void surtax_instalments() {
-    if (num(P118) != kAdjustmentOnly) {
+    if (!ModSWCALB::adjustment_only()) {
         closing.surtax_instalments = ModSWCALB::RATAADDIZIONALI();
         aggiungi(P259, closing.surtax_instalments);
     }
@@ -134,9 +132,10 @@ void contribution_and_tax_pass() {
         TFRETASSAZIONESEPARATA();
         return;
     }
-    // Entertainers: the adjustment is decided here, before their pass asks for it.
+    // Entertainers: the adjustment is decided here, before their pass asks for it. As for all
+    // others the additional slip of the month adjusts nothing.
     const bool leaves_now = MXLIBRERIA::yyyymm_of(testo(P017)) == period.yyyymm();
-    tax_state.ConguaglioAnnuale = leaves_now || (period.month() == 12 && period.ordinary());
+    tax_state.ConguaglioAnnuale = period.ordinary() && (leaves_now || period.month() == 12);
     recompute_percentage_items();
     CSOCTASSEPENPALS();
 }

@@ -55,7 +55,7 @@ void flat_tax_at_source() {
 
 /// Bonus and integrative sum: from May 2014 (D.L. 66/2014, art. 1).
 void bonus_steps() {
-    if (num(P118) == 2 ||
+    if (ModSWCALB::adjustment_only() ||
         (period.yyyymm() < 201405 && MXLIBRERIA::yyyymm_of(testo(P017)) < 201405)) {
         return;
     }
@@ -86,7 +86,7 @@ void fixed_net_adjustment() {
 }
 
 void advance_on_the_net() {
-    if (num(P118) == 2) {
+    if (ModSWCALB::adjustment_only()) {
         return;
     }
     scrivi(PA44, 0);
@@ -111,7 +111,8 @@ void pay(double net, double paid) {
 }  // namespace
 
 void net_and_rounding() {
-    const double net = num(P241) - num(P259);
+    // In cents: the difference of two fields may lie a hair below the euro whose last digit counts.
+    const double net = arrotonda(num(P241) - num(P259));
     const bool dismissed_in_month = num(P054) == 1 && !company_is("90000000011");
     if (net < 0) {
         scrivi(Q163, -net);
@@ -127,15 +128,18 @@ void net_and_rounding() {
 
 void net_pay_block() {
     MXLIBRERIA::TRACCIA("NETTO");
-    if (num(Q274) != 0 || num(P031) != 0) {
+    const bool taxed = num(Q274) != 0 || num(P031) != 0;
+    if (taxed) {
         settle_flags_and_sums();
+    }
+    flat_tax_at_source();
+    if (taxed) {
         bonus_steps();
         fixed_net_adjustment();
         advance_on_the_net();
     }
-    flat_tax_at_source();
-    net_and_rounding();
     NZCedLibPaga::closing_step_net();
+    net_and_rounding();
 }
 
 void cumulative_method() {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "calc/seniority.h"
 #include "calc/slip.h"
@@ -33,26 +34,21 @@ using MXLIBRERIA::TRACCIA;
 
 namespace {
 
-constexpr double kAdjustmentOnly = 2;  // P118
-
 bool is_december() {
     return period.month() == 12;
 }
 
 // ---- Year-end decision ----
 
+/// An additional slip never adjusts: the ordinary slip of the month does it.
 void decide_year_end() {
-    bool adjusts = num(P017) > 0 || (num(P169) == 0 && is_december());
+    const bool adjusts = period.ordinary() && (num(P017) > 0 || (num(P169) == 0 && is_december()));
     if (adjusts && num(P792) == 0 && is_december() && num(Q801) != 0) {
         aggiungi(Q014, num(Q801));
         slip.suspended_tax_joined = true;
     }
-    if (num(P118) == 1) {
-        adjusts = true;
-    }
-    // An additional slip never adjusts: the ordinary slip of the month does it.
-    tax_state.ConguaglioAnnuale = adjusts && period.ordinary();
-    if (num(Q801) != 0 || num(P118) == kAdjustmentOnly) {
+    tax_state.ConguaglioAnnuale = adjusts || (period.ordinary() && num(P118) == 1);
+    if (num(Q801) != 0 || ModSWCALB::adjustment_only()) {
         contributions.amounts = {};
     }
 }
@@ -79,7 +75,7 @@ void bases_and_fund() {
 /// Q224 takes what the items have not brought: the fund's contribution of those who are no members,
 /// and in December the part of item 3 already paid in the year comes off.
 void complete_contributions() {
-    if (is_december() && period.ordinary() && num(P118) != kAdjustmentOnly &&
+    if (is_december() && period.ordinary() && !ModSWCALB::adjustment_only() &&
         contributions.amounts[3] != 0) {
         aggiungi(Q224, -num(Q010));
     }
@@ -159,19 +155,19 @@ void separate_taxation(const Descriptor& field) {
     }
     const double amount = unita(num(field));
     double taken_off = contributions_on(amount);
-    closing.separate_contributions += taken_off;
     if (period.additional()) {
         taken_off += contributions.amounts[5] + num(P724);
     }
+    closing.separate_contributions += taken_off;
     scrivi(field, amount - taken_off);
     if (tax_state.ConguaglioAnnuale || num(T184) == 1) {
         return;
     }
     const double payments = separate_payments_of_the_year();
-    tax_state.PrimaPassata = 0;
+    const double pass = std::exchange(tax_state.PrimaPassata, 0);
     tax_state.ImponibileCorrente = num(field) * payments;
     ModSWCALB::CALCIMPOSTA();
-    tax_state.PrimaPassata = 1;
+    tax_state.PrimaPassata = pass;
     aggiungi(P257, tax_state.ImpostaLorda / payments);
 }
 
@@ -209,14 +205,14 @@ void taxable_of_the_month() {
         scrivi(PB21, 0);
         taxable += num(P212) + num(Q053);
     }
-    if (num(P118) != kAdjustmentOnly) {
+    if (!ModSWCALB::adjustment_only()) {
         taxable += closing.separate_contributions - num(Q224);
     }
     scrivi(P256, std::max(0.0, taxable));
 }
 
 bool withholds_by_month() {
-    return !tax_state.ConguaglioAnnuale && num(T184) != 1 && num(P118) != kAdjustmentOnly;
+    return !tax_state.ConguaglioAnnuale && num(T184) != 1;
 }
 
 void gross_tax_of_the_month() {
@@ -255,9 +251,10 @@ void tax_of_the_month() {
     if (company_is("90000000066")) {
         aggiungi(P256, num(P212));
     }
-    if (num(P118) == kAdjustmentOnly) {
+    if (ModSWCALB::adjustment_only()) {
         const double back_pay = company_is("90000000066") ? num(Q053) : 0;
-        scrivi(P256, std::max(0.0, num(P256) - num(Q224) + back_pay));
+        const double contributions_left = num(Q224) - closing.separate_contributions;
+        scrivi(P256, std::max(0.0, num(P256) - contributions_left + back_pay));
     }
 }
 
@@ -285,6 +282,9 @@ void termination() {
 }  // namespace
 
 void tax_and_termination_phases() {
+    if (ModSWCALB::adjustment_only() && !tax_state.ConguaglioAnnuale) {
+        tax_state.PrimaPassata = 0;  // no days, hence no deductions against what it pays
+    }
     ModSWCALB::DETASSAZIONE();
     ModSWCALB::TASSAZIONE_MANCE();
     if (num(P401) != 0 && num(T467) == 1) {

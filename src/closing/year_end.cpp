@@ -87,7 +87,7 @@ void settlement() {
 
 void year_end_block() {
     MXLIBRERIA::TRACCIA("CONGUAGLIO");
-    if (num(P118) == 2 && period.additional()) {
+    if (ModSWCALB::adjustment_only() && period.additional()) {
         return;
     }
     const CertificateSums sums = sums_to_date();

@@ -120,7 +120,7 @@ void accident_insurance() {
         aggiungi(Q094, unita(num(P250)));
     }
     double days = num(P201);
-    if (num(P032) != 0 && num(P161) != 0) {
+    if (num(P032) != 0) {
         days = unita(num(P161) / 26 * num(P201));
     }
     scrivi(Q012, Int(num(Q214)));

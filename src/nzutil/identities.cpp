@@ -178,7 +178,7 @@ Outcome taxable(const CalculatedSlip& slip) {
     }
     double expected = taxable_of_lines(slip, *lines, *separate) + slip.sum({P244, P245});
     if (slip.now(P118) == kAdjustmentOnly) {
-        expected = std::max(0.0, expected - slip.now(Q224));
+        expected = std::max(0.0, expected + *separate - slip.now(Q224));
     }
     return equal("P256", expected, slip.now(P256));
 }
@@ -233,12 +233,14 @@ Outcome adjustment(const CalculatedSlip& slip) {
 
 /// Does the slip take employment deductions, and count its days?
 bool takes_deductions(const CalculatedSlip& slip) {
-    const bool taxed_now =
-        slip.settles_year() || slip.company(T184) == 1 || slip.now(P118) != kAdjustmentOnly;
+    const bool taxed_now = slip.settles_year() || slip.now(P118) != kAdjustmentOnly;
     return !slip.additional() && slip.now(P031) != kFlatTax && taxed_now;
 }
 
 double days_counted(const CalculatedSlip& slip) {
+    if (slip.now(P118) == kAdjustmentOnly) {
+        return 0;
+    }
     if (slip.collaborator()) {
         return slip.now(P449);
     }

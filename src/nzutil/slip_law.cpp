@@ -131,7 +131,8 @@ std::optional<double> sum_of_lines(const CalculatedSlip& slip, const BaseFields&
     return std::max(0.0, sum);
 }
 
-/// The contributions that leave `net` of a whole amount: the amount is sought around its quotient.
+/// What leaves `net` of a whole amount, contributions and `further`: the amount is sought around
+/// its quotient.
 std::optional<double> contributions_behind(double net, const Rates& rates, double further) {
     if (net == 0) {
         return 0;
@@ -139,8 +140,8 @@ std::optional<double> contributions_behind(double net, const Rates& rates, doubl
     const double percent = rates.pension + rates.item3 + rates.apprentice;
     const double about = std::round((net + further) / (1 - percent / 100));
     for (double amount = about - 2; amount <= about + 2; ++amount) {
-        const double taken_off = contributions_on(amount, rates);
-        if (std::llround((amount - taken_off - further) * 100) == std::llround(net * 100)) {
+        const double taken_off = contributions_on(amount, rates) + further;
+        if (std::llround((amount - taken_off) * 100) == std::llround(net * 100)) {
             return taken_off;
         }
     }

@@ -86,6 +86,9 @@ void clear_deductions() {
 
 /// Months (Q658) and days (Q659) that carry deductions.
 void count_period() {
+    if (adjustment_only()) {
+        return;
+    }
     if (num(P447) == 1) {
         const double instalments = num(P090);
         aggiungi(Q659, num(P449));
@@ -175,8 +178,14 @@ void apply_scale() {
 
 }  // namespace
 
+bool adjustment_only() {
+    return num(P118) == 2;
+}
+
 bool month_counts_for_deductions() {
-    return num(P017) == 0 || valore(ritaglia(testo(P017), 3, 2)) == MXLIBRERIA::period.month();
+    const bool in_service =
+        num(P017) == 0 || valore(ritaglia(testo(P017), 3, 2)) == MXLIBRERIA::period.month();
+    return in_service && !adjustment_only();
 }
 
 double sum_of_deductions() {

@@ -51,8 +51,10 @@ void CALCIMPOSTA();
 /// Sum of the eleven deduction fields of the slip.
 [[nodiscard]] double sum_of_deductions();
 
+/// Is this a slip of adjustment only (P118 = 2)? It counts neither months nor days.
+[[nodiscard]] bool adjustment_only();
 /// Has the employee left in the month of the run, or not at all? Only such a slip counts a month of
-/// deductions.
+/// deductions; one of adjustment only does not.
 [[nodiscard]] bool month_counts_for_deductions();
 
 }  // namespace ModSWCALB

@@ -18,6 +18,9 @@ namespace {
 
 /// Months of employment deduction so far (Q660): by instalments, or one for each month of service.
 void count_employment_months() {
+    if (adjustment_only()) {
+        return;
+    }
     const double mode = num(P034);
     if (num(P447) == 1 || mode == 3) {
         const double instalments = num(P090) == 0 ? 12 : num(P090);

@@ -98,6 +98,13 @@ TEST_F(ClosingTest, RoundingByTensKeepsFiveAndMovesTheOtherDigits) {
     }
 }
 
+TEST_F(ClosingTest, RoundingByTensLooksAtTheNetInCents) {
+    scrivi(TA43, 1);
+    pays(3245.39, 1900.39);  // 1345, as doubles 1344.9999999999998
+    EXPECT_EQ(num(Q173), 1345);
+    EXPECT_EQ(num(Q163), 0);
+}
+
 TEST_F(ClosingTest, RoundingByTensOverflowsAbove32767) {
     scrivi(TA43, 1);
     pays(32767.50, 0);
@@ -149,6 +156,19 @@ TEST_F(ClosingTest, FlatTaxAtSourceIsWithheldAtTheEmployeesRate) {
     net_pay_block();
     EXPECT_EQ(num(P535), 300);  // 1500 x 20 %
     EXPECT_EQ(num(P259), 300);
+    EXPECT_EQ(num(Q173), 1200);
+}
+
+TEST_F(ClosingTest, FlatTaxAtSourceComesBeforeTheFixedNet) {
+    scrivi(T013, "90000000011");
+    scrivi(P056, 3);
+    scrivi(P077, 20);
+    scrivi(P256, 1000);
+    scrivi(P241, 1000);
+    scrivi(Q089, 1200);
+    net_pay_block();
+    EXPECT_EQ(num(P535), 200);
+    EXPECT_EQ(num(Q090), 400);  // 1200 - (1000 - 200)
     EXPECT_EQ(num(Q173), 1200);
 }
 
@@ -210,6 +230,10 @@ TEST_F(ClosingTest, WageBelowTheMinimumIsRaisedUnlessTheCeilingTookIt) {
     EXPECT_EQ(num(P240), 1478);
     EXPECT_EQ(num(P252), 1478);
     EXPECT_EQ(num(P249), 78);
+
+    scrivi(P240, 1500);  // above: the difference of the slip before does not stay
+    year_to_date_block();
+    EXPECT_EQ(num(P249), 0);
 
     scrivi(P240, 0);
     scrivi(P881, 1400);

@@ -173,6 +173,26 @@ TEST_F(IncomeTax, ALeaverCountsTheMonthOfLeavingOnly) {
     EXPECT_EQ(num(Q659), 31);
 }
 
+TEST_F(IncomeTax, ASlipOfAdjustmentOnlyCountsNothingAndTakesTheYearsDeduction) {
+    year_of(20000);
+    scrivi(P118, 2);
+    scrivi(P034, 1);
+    scrivi(Q658, 6);
+    scrivi(Q659, 184);
+    scrivi(Q660, 6);
+    for (const double collaborator : {0, 1}) {
+        tax_state.ImponibileCorrente = 20000;
+        scrivi(P447, collaborator);
+        scrivi(P449, 31);
+        CALCIMPOSTA();
+        EXPECT_EQ(num(Q658), 6);
+        EXPECT_EQ(num(Q659), 184);
+        EXPECT_EQ(num(Q660), 6);
+        // 1910 + 1190 x 8000 / 13000 = 2642.3077; x 184 / 365 = 1332.0126
+        EXPECT_EQ(num(Q657), 1332.01);
+    }
+}
+
 TEST_F(IncomeTax, ACollaboratorCountsTheMonthsOfAnInstalment) {
     struct Case {
         double instalments;
