@@ -205,9 +205,10 @@ void cut_of_extra_month(double wage, const Descriptor& at_three, const Descripto
 
 // ---- Items that are a percentage on the base ----
 
-/// ".P240", then "%..." and "=OG..." in the next two cells or after one cell between.
+/// ".P240", then "%..." and "=OG..." in the next two cells or after one cell between. A note is
+/// never worked out.
 bool is_percentage_on_base() {
-    if (num(Z011) != 2 || num(Z017) != 1 || num(Z016) != 0) {
+    if (num(Z048) == 1 || num(Z011) != 2 || num(Z017) != 1 || num(Z016) != 0) {
         return false;
     }
     const auto pair_at = [](int n) {
@@ -248,6 +249,8 @@ void CREA_OPERATORE_RETR_EMENS() {
     constexpr double kLinesOnly = 2;
     scrivi(P071, 0.0);
     const double kind = num(P757);
+    // The lines are evaluated here for their amounts only: their registers begin anew afterwards.
+    const FormulaRegisters registers = formula_registers;
     double total = 0;
     if (kind == kLinesAndWage || kind == kLinesOnly) {
         total += marked_lines();
@@ -256,6 +259,7 @@ void CREA_OPERATORE_RETR_EMENS() {
         const double wage = monthly_wage();
         total += partial_month() ? partial_wage(wage) : wage;
     }
+    formula_registers = registers;
     scrivi(P071, total);
 }
 
