@@ -229,13 +229,7 @@ void gross_tax_of_the_month() {
 void net_tax_of_the_month() {
     double tax = num(P257) - tax_state.tax_credit - ModSWCALB::sum_of_deductions();
     ModSWCALB::refund_unused_large_family(tax);
-    tax = std::max(0.0, tax);
-    if (num(P792) == 1) {
-        scrivi(P793, tax);
-        aggiungi(Q801, num(P793));
-        tax = 0;
-    }
-    scrivi(Q137, tax);
+    scrivi(Q137, withheld_unless_suspended(std::max(0.0, tax)));
     aggiungi(P258, num(Q137));
     aggiungi(P259, num(Q137));
 }
@@ -280,6 +274,15 @@ void termination() {
 }
 
 }  // namespace
+
+double withheld_unless_suspended(double tax) {
+    if (num(P792) != 1) {
+        return tax;
+    }
+    scrivi(P793, tax);
+    aggiungi(Q801, num(P793));
+    return 0;
+}
 
 void tax_and_termination_phases() {
     if (ModSWCALB::adjustment_only() && !tax_state.ConguaglioAnnuale) {

@@ -10,4 +10,8 @@ void TFRETASSAZIONESEPARATA();
 /// the deductions, separate taxation, month's taxable and tax, termination, severance.
 void tax_and_termination_phases();
 
+/// What is left to withhold of a tax: under suspension (P792 = 1) nothing, the tax moving to P793
+/// and to Q801, the suspended tax to date.
+[[nodiscard]] double withheld_unless_suspended(double tax);
+
 }  // namespace ModSwCalm2

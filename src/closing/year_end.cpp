@@ -6,6 +6,7 @@
 #include "calc/slip.h"
 #include "closing/closing.h"
 #include "closing/state.h"
+#include "closing/tax_pass.h"
 #include "history/year_totals.h"
 #include "records/dictionary/DIPX.h"
 #include "records/fields.h"
@@ -72,13 +73,7 @@ void settlement() {
         aggiungi(Q014, -num(Q022));
         return;
     }
-    double difference = tax - withheld;
-    if (suspended) {
-        scrivi(P793, difference);
-        aggiungi(Q801, num(P793));
-        difference = 0;
-    }
-    scrivi(Q021, difference);
+    scrivi(Q021, withheld_unless_suspended(tax - withheld));
     aggiungi(P259, num(Q021));
     aggiungi(Q014, num(Q021));
 }

@@ -16,11 +16,14 @@ namespace {
 
 namespace fs = std::filesystem;
 
+constexpr std::size_t kRandomCharacters = 6;  ///< replaced by mkdtemp
+
 /// A directory that goes with its object.
 class WorkDirectory {
   public:
     WorkDirectory() {
-        std::string pattern = (fs::temp_directory_path() / "nzutil-XXXXXX").string();
+        std::string pattern =
+            (fs::temp_directory_path() / "nzutil-").string() + std::string(kRandomCharacters, 'X');
         if (::mkdtemp(pattern.data()) == nullptr) {
             throw ToolError(texts::kToolCannotWrite, {pattern});
         }

@@ -12,7 +12,9 @@ namespace test_support {
 class TempDirectory {
   public:
     TempDirectory() {
-        std::string pattern = (std::filesystem::temp_directory_path() / "velmor-XXXXXX").string();
+        // mkdtemp replaces the six letters at the end.
+        std::string pattern =
+            (std::filesystem::temp_directory_path() / "velmor-").string() + std::string(6, 'X');
         path_ = ::mkdtemp(pattern.data());
     }
     ~TempDirectory() {

@@ -214,7 +214,7 @@ TEST_F(Fields, NoInfinityAndNoNaNReachesARecord) {
 }
 
 TEST_F(Fields, AnUnknownTagShowsItsMessageAndTheRunGoesOn) {
-    const std::string unknown = "XXXX$,00004,05,2,0,P001";
+    const std::string unknown = "ABCD$,00004,05,2,0,P001";
     window->expect_box(texts::kRepositoryUnknownTag.bytes());
     EXPECT_EQ(LEGGICAMPO(unknown, 0, ""), ".");
     window->expect_box(texts::kRepositoryUnknownTag.bytes());
@@ -236,7 +236,7 @@ TEST_F(Fields, AnUnknownTagShowsItsMessageAndTheRunGoesOn) {
 TEST_F(Fields, ADescriptorThatHoldsNothingShowsTheMessageOfAnUnknownTag) {
     // No tag comes before no position: the run goes on with an empty value.
     std::string area_itself;
-    for (const char* damaged : {"", "DIPX", "XXXX$,?????,08,A,0,P001"}) {
+    for (const char* damaged : {"", "DIPX", "ABCD$,?????,08,A,0,P001"}) {
         window->expect_box(texts::kRepositoryUnknownTag.bytes());
         EXPECT_EQ(LEGGICAMPO(damaged, 0, ""), "");
         window->expect_box(texts::kRepositoryUnknownTag.bytes());
@@ -250,7 +250,7 @@ TEST_F(Fields, ADescriptorThatHoldsNothingShowsTheMessageOfAnUnknownTag) {
 }
 
 TEST_F(Fields, WithABufferTheTagDoesNotMatter) {
-    EXPECT_EQ(LEGGICAMPO("XXXX$,00004,05,2,0,P001", 0, record("12345")), "123.45");
+    EXPECT_EQ(LEGGICAMPO("ABCD$,00004,05,2,0,P001", 0, record("12345")), "123.45");
 }
 
 TEST_F(Fields, ADescriptorMadeAtRunTimeWorksLikeItsConstant) {
