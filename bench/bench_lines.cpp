@@ -10,12 +10,12 @@
 #include <vector>
 
 #include "bench/ratio_reporter.h"
-#include "calc/slip.h"
-#include "calc/slip_lines.h"
+#include "context/period.h"
 #include "records/dictionary/DIPX.h"
 #include "records/dictionary/FOTX.h"
 #include "records/dictionary/SETX.h"
-#include "run/period.h"
+#include "slip/slip.h"
+#include "slip/slip_lines.h"
 #include "tests/support/slip_files.h"
 
 namespace {

@@ -10,17 +10,17 @@
 #include <string>
 
 #include "bench/ratio_reporter.h"
-#include "calc/fixed_data.h"
 #include "calc/phases.h"
-#include "calc/slip.h"
+#include "context/environment.h"
+#include "context/period.h"
 #include "files/logical_files.h"
-#include "nzutil/demo.h"
-#include "nzutil/file_layout.h"
+#include "installation/demo.h"
+#include "installation/file_layout.h"
 #include "platform/window.h"
 #include "records/dictionary/DIPX.h"
 #include "records/fields.h"
-#include "run/environment.h"
-#include "run/period.h"
+#include "slip/fixed_data.h"
+#include "slip/slip.h"
 #include "tests/support/temp_directory.h"
 
 namespace {

@@ -6,9 +6,9 @@
 #include <stdexcept>
 #include <string_view>
 
+#include "context/failure_handler.h"
 #include "platform/failure.h"
 #include "platform/window.h"
-#include "run/failure_handler.h"
 #include "run/main_run.h"
 #include "texts/texts.h"
 

@@ -1,6 +1,6 @@
 #include "archive/monthly_archive.h"
 
-#include "run/trace.h"
+#include "context/trace.h"
 
 namespace NZRetMes {
 

@@ -3,10 +3,12 @@
 #include <string>
 
 #include "calc/dated_defaults.h"
-#include "calc/fixed_data.h"
 #include "calc/phases.h"
 #include "calc/selection.h"
-#include "calc/slip.h"
+#include "context/messages.h"
+#include "context/period.h"
+#include "context/trace.h"
+#include "context/utilities.h"
 #include "files/logical_files.h"
 #include "history/year_totals.h"
 #include "platform/window.h"
@@ -16,11 +18,9 @@
 #include "records/dictionary/SETX.h"
 #include "records/fields.h"
 #include "records/numbers.h"
-#include "run/end_of_run.h"
-#include "run/messages.h"
-#include "run/period.h"
-#include "run/trace.h"
-#include "run/utilities.h"
+#include "run_end/end_of_run.h"
+#include "slip/fixed_data.h"
+#include "slip/slip.h"
 #include "texts/texts.h"
 
 namespace ModSWCALM {

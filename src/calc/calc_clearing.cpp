@@ -1,12 +1,12 @@
 #include <string>
 
 #include "calc/phases.h"
-#include "calc/slip.h"
+#include "context/period.h"
 #include "records/dictionary/DIPX.h"
 #include "records/dictionary/DITX.h"
 #include "records/fields.h"
 #include "records/numbers.h"
-#include "run/period.h"
+#include "slip/slip.h"
 
 namespace ModSWCALM {
 

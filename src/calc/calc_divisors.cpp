@@ -2,12 +2,12 @@
 #include <string>
 
 #include "calc/phases.h"
-#include "calc/slip.h"
-#include "calc/slip_lines.h"
 #include "records/dictionary/DIPX.h"
 #include "records/dictionary/DITX.h"
 #include "records/fields.h"
 #include "records/numbers.h"
+#include "slip/slip.h"
+#include "slip/slip_lines.h"
 
 namespace ModSWCALM {
 

@@ -4,11 +4,11 @@
 #include <array>
 #include <string_view>
 
-#include "calc/slip_lines.h"
+#include "context/period.h"
 #include "records/dictionary/DIPX.h"
 #include "records/fields.h"
 #include "records/numbers.h"
-#include "run/period.h"
+#include "slip/slip_lines.h"
 
 namespace ModSWCALM {
 

@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <string>
 
-#include "calc/slip.h"
+#include "context/period.h"
 #include "history/slip_images.h"
 #include "records/dictionary/DIPX.h"
 #include "records/dictionary/DITX.h"
 #include "records/fields.h"
 #include "records/numbers.h"
-#include "run/period.h"
+#include "slip/slip.h"
 
 namespace ModSWCALM {
 

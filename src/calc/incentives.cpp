@@ -1,6 +1,6 @@
 #include "calc/incentives.h"
 
-#include "run/trace.h"
+#include "context/trace.h"
 
 namespace ModSWCALM {
 

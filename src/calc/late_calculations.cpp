@@ -7,7 +7,7 @@
 #include "calc/incentives.h"
 #include "calc/phases.h"
 #include "calc/remaining.h"
-#include "calc/slip.h"
+#include "context/period.h"
 #include "history/quadri.h"
 #include "history/slip_images.h"
 #include "platform/window.h"
@@ -16,7 +16,7 @@
 #include "records/dictionary/FISX.h"
 #include "records/fields.h"
 #include "records/numbers.h"
-#include "run/period.h"
+#include "slip/slip.h"
 
 namespace ModSWCALM {
 

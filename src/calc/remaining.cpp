@@ -2,10 +2,10 @@
 
 #include "calc/dates.h"
 #include "calc/phases.h"
+#include "context/period.h"
+#include "context/trace.h"
 #include "records/dictionary/DIPX.h"
 #include "records/fields.h"
-#include "run/period.h"
-#include "run/trace.h"
 
 namespace ModSWCALM {
 

@@ -2,23 +2,23 @@
 #include <string>
 #include <utility>
 
-#include "calc/contract.h"
-#include "calc/fixed_data.h"
 #include "calc/phases.h"
-#include "calc/slip.h"
-#include "calc/slip_lines.h"
-#include "closing/contributions.h"
+#include "context/period.h"
+#include "context/utilities.h"
+#include "contributions/contributions.h"
 #include "files/logical_files.h"
+#include "formulas/formula.h"
 #include "history/year_totals.h"
 #include "records/dictionary/DIPX.h"
 #include "records/dictionary/DITX.h"
 #include "records/dictionary/FISX.h"
 #include "records/dictionary/SETX.h"
 #include "records/fields.h"
-#include "records/formula.h"
 #include "records/numbers.h"
-#include "run/period.h"
-#include "run/utilities.h"
+#include "slip/contract.h"
+#include "slip/fixed_data.h"
+#include "slip/slip.h"
+#include "slip/slip_lines.h"
 
 namespace ModSWCALM {
 

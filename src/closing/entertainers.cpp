@@ -4,18 +4,18 @@
 #include <string>
 #include <vector>
 
-#include "calc/slip.h"
-#include "closing/contributions.h"
 #include "closing/state.h"
 #include "closing/tax_pass.h"
+#include "context/period.h"
+#include "context/trace.h"
+#include "contributions/contributions.h"
 #include "files/logical_files.h"
 #include "records/dictionary/DIPX.h"
 #include "records/dictionary/FISX.h"
 #include "records/fields.h"
 #include "records/numbers.h"
-#include "run/period.h"
-#include "run/trace.h"
 #include "severance/pension_funds.h"
+#include "slip/slip.h"
 #include "tax/income_tax.h"
 
 namespace ModSwCalm2 {

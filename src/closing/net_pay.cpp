@@ -3,16 +3,16 @@
 #include <algorithm>
 #include <cmath>
 
-#include "calc/slip.h"
 #include "closing/closing.h"
+#include "context/period.h"
+#include "context/trace.h"
+#include "context/utilities.h"
 #include "history/slip_images.h"
 #include "records/dictionary/DIPX.h"
 #include "records/dictionary/DITX.h"
 #include "records/fields.h"
 #include "records/numbers.h"
-#include "run/period.h"
-#include "run/trace.h"
-#include "run/utilities.h"
+#include "slip/slip.h"
 #include "tax/bonus.h"
 #include "tax/income_tax.h"
 

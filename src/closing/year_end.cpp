@@ -3,16 +3,16 @@
 
 #include <algorithm>
 
-#include "calc/slip.h"
 #include "closing/closing.h"
 #include "closing/state.h"
 #include "closing/tax_pass.h"
+#include "context/period.h"
+#include "context/trace.h"
 #include "history/year_totals.h"
 #include "records/dictionary/DIPX.h"
 #include "records/fields.h"
 #include "records/numbers.h"
-#include "run/period.h"
-#include "run/trace.h"
+#include "slip/slip.h"
 #include "tax/deductions.h"
 #include "tax/income_tax.h"
 #include "tax/surtaxes.h"

@@ -3,17 +3,17 @@
 #include <algorithm>
 #include <numeric>
 
-#include "calc/slip.h"
-#include "closing/allowances.h"
 #include "closing/closing.h"
-#include "closing/contributions.h"
+#include "context/period.h"
+#include "context/trace.h"
+#include "contributions/allowances.h"
+#include "contributions/contributions.h"
 #include "records/dictionary/DIPX.h"
 #include "records/dictionary/DITX.h"
 #include "records/dictionary/FISX.h"
 #include "records/fields.h"
 #include "records/numbers.h"
-#include "run/period.h"
-#include "run/trace.h"
+#include "slip/slip.h"
 #include "tax/deductions.h"
 
 namespace ModSwCalm2 {

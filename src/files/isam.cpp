@@ -5,11 +5,11 @@
 #include <cstring>
 #include <string_view>
 
+#include "context/messages.h"
+#include "context/trace.h"
 #include "files/logical_files.h"
 #include "platform/failure.h"
 #include "records/numbers.h"
-#include "run/messages.h"
-#include "run/trace.h"
 #include "texts/texts.h"
 
 namespace MXLIBRERIA {

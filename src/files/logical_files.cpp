@@ -8,12 +8,12 @@
 #include <thread>
 #include <utility>
 
+#include "context/environment.h"
+#include "context/failure_handler.h"
+#include "context/messages.h"
+#include "context/trace.h"
 #include "platform/failure.h"
 #include "records/numbers.h"
-#include "run/environment.h"
-#include "run/failure_handler.h"
-#include "run/messages.h"
-#include "run/trace.h"
 #include "texts/texts.h"
 
 namespace MXLIBRERIA {

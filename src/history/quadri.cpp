@@ -1,9 +1,9 @@
 #include "history/quadri.h"
 
-#include "run/environment.h"
-#include "run/period.h"
-#include "run/trace.h"
-#include "run/utilities.h"
+#include "context/environment.h"
+#include "context/period.h"
+#include "context/trace.h"
+#include "context/utilities.h"
 
 namespace NZRetMesINPDAP {
 

@@ -1,6 +1,6 @@
 #include "history/year_totals.h"
 
-#include "run/trace.h"
+#include "context/trace.h"
 
 namespace ModElaboraStorico {
 

@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "nzutil/description.h"
-#include "nzutil/installation.h"
+#include "installation/description.h"
+#include "installation/installation.h"
 
 namespace nzutil {
 

@@ -6,7 +6,7 @@
 #include <iostream>
 #include <memory>
 
-#include "nzutil/tool_error.h"
+#include "installation/tool_error.h"
 #include "platform/failure.h"
 #include "platform/window.h"
 

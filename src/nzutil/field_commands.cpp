@@ -4,10 +4,10 @@
 #include <iostream>
 #include <optional>
 
+#include "installation/field_value.h"
+#include "installation/installation.h"
+#include "installation/tool_error.h"
 #include "nzutil/commands.h"
-#include "nzutil/field_value.h"
-#include "nzutil/installation.h"
-#include "nzutil/tool_error.h"
 #include "records/dictionary/DIPX.h"
 #include "records/dictionary/FOTX.h"
 #include "records/fields.h"

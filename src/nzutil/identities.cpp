@@ -6,8 +6,8 @@
 #include <limits>
 #include <string_view>
 
+#include "installation/tool_error.h"
 #include "nzutil/slip_law.h"
-#include "nzutil/tool_error.h"
 #include "records/dictionary/DIPX.h"
 #include "records/dictionary/DITX.h"
 #include "records/dictionary/FISX.h"

@@ -4,7 +4,7 @@
 #include <optional>
 #include <set>
 
-#include "nzutil/tool_error.h"
+#include "installation/tool_error.h"
 #include "records/numbers.h"
 
 namespace nzutil {

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "nzutil/installation.h"
+#include "installation/installation.h"
 
 namespace nzutil {
 

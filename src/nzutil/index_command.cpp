@@ -3,9 +3,9 @@
 #include <iostream>
 
 #include "files/isam.h"
+#include "installation/tool_error.h"
 #include "nzutil/commands.h"
 #include "nzutil/index_check.h"
-#include "nzutil/tool_error.h"
 
 namespace nzutil {
 

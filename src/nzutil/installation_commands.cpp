@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <iostream>
 
+#include "context/utilities.h"
+#include "installation/demo.h"
+#include "installation/tool_error.h"
 #include "nzutil/commands.h"
-#include "nzutil/demo.h"
 #include "nzutil/scenario.h"
-#include "nzutil/tool_error.h"
 #include "records/numbers.h"
-#include "run/utilities.h"
 
 namespace nzutil {
 

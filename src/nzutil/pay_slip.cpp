@@ -6,14 +6,14 @@
 #include <optional>
 #include <string_view>
 
-#include "nzutil/file_layout.h"
-#include "nzutil/tool_error.h"
+#include "context/period.h"
+#include "installation/file_layout.h"
+#include "installation/tool_error.h"
 #include "records/dictionary/DIPX.h"
 #include "records/dictionary/DITX.h"
 #include "records/dictionary/FOTX.h"
 #include "records/fields.h"
 #include "records/numbers.h"
-#include "run/period.h"
 #include "texts/tool_texts.h"
 
 namespace nzutil {

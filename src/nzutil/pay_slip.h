@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "nzutil/installation.h"
+#include "installation/installation.h"
 
 namespace nzutil {
 

@@ -11,7 +11,7 @@
 #include <sstream>
 #include <thread>
 
-#include "nzutil/tool_error.h"
+#include "installation/tool_error.h"
 
 namespace nzutil {
 

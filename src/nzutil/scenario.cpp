@@ -4,8 +4,8 @@
 #include <filesystem>
 #include <fstream>
 
-#include "nzutil/demo.h"
-#include "nzutil/field_value.h"
+#include "installation/demo.h"
+#include "installation/field_value.h"
 #include "nzutil/identities.h"
 #include "nzutil/process.h"
 #include "nzutil/run_output.h"

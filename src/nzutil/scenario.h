@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "nzutil/description.h"
+#include "installation/description.h"
 
 namespace nzutil {
 

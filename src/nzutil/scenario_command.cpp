@@ -5,10 +5,10 @@
 #include <filesystem>
 #include <iostream>
 
+#include "installation/demo.h"
+#include "installation/tool_error.h"
 #include "nzutil/commands.h"
-#include "nzutil/demo.h"
 #include "nzutil/scenario.h"
-#include "nzutil/tool_error.h"
 
 namespace nzutil {
 

@@ -2,9 +2,9 @@
 
 #include <iostream>
 
+#include "installation/tool_error.h"
 #include "nzutil/commands.h"
 #include "nzutil/pay_slip.h"
-#include "nzutil/tool_error.h"
 #include "platform/code_page.h"
 #include "platform/printer.h"
 

@@ -7,7 +7,10 @@
 #include <string_view>
 
 #include "calc/selection.h"
-#include "calc/slip.h"
+#include "context/messages.h"
+#include "context/period.h"
+#include "context/trace.h"
+#include "context/utilities.h"
 #include "files/isam.h"
 #include "files/logical_files.h"
 #include "history/year_totals.h"
@@ -20,11 +23,8 @@
 #include "records/dictionary/SETX.h"
 #include "records/fields.h"
 #include "records/numbers.h"
-#include "run/messages.h"
-#include "run/period.h"
-#include "run/trace.h"
-#include "run/utilities.h"
 #include "severance/pension_funds.h"
+#include "slip/slip.h"
 #include "texts/texts.h"
 
 namespace ModSWCALM {

@@ -3,10 +3,10 @@
 #include <array>
 #include <string>
 
+#include "context/messages.h"
 #include "files/logical_files.h"
 #include "platform/window.h"
 #include "records/numbers.h"
-#include "run/messages.h"
 #include "texts/texts.h"
 
 namespace ModSWCALM {

@@ -6,16 +6,16 @@
 #include <iomanip>
 #include <sstream>
 
+#include "context/environment.h"
+#include "context/failure_handler.h"
+#include "context/trace.h"
+#include "context/utilities.h"
 #include "files/logical_files.h"
 #include "platform/failure.h"
 #include "platform/file_system.h"
 #include "platform/printer.h"
 #include "platform/window.h"
 #include "records/numbers.h"
-#include "run/environment.h"
-#include "run/failure_handler.h"
-#include "run/trace.h"
-#include "run/utilities.h"
 #include "texts/texts.h"
 
 namespace ModSWCALM {

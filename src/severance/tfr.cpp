@@ -1,6 +1,6 @@
 #include "severance/tfr.h"
 
-#include "run/trace.h"
+#include "context/trace.h"
 
 namespace ModSwCalm2 {
 

@@ -1,10 +1,10 @@
 #include "tax/deductions.h"
 
+#include "context/period.h"
+#include "context/utilities.h"
 #include "records/dictionary/FISX.h"
 #include "records/fields.h"
 #include "records/numbers.h"
-#include "run/period.h"
-#include "run/utilities.h"
 #include "tax/income_tax.h"
 
 namespace ModSWCALB {

@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <array>
 
+#include "context/period.h"
+#include "context/trace.h"
 #include "records/dictionary/FISX.h"
 #include "records/fields.h"
 #include "records/numbers.h"
-#include "run/period.h"
-#include "run/trace.h"
 #include "tax/deductions.h"
 #include "tax/family.h"
 #include "tax/income_tax.h"

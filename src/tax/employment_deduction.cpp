@@ -5,9 +5,9 @@
 #include <limits>
 #include <span>
 
+#include "context/trace.h"
 #include "records/fields.h"
 #include "records/numbers.h"
-#include "run/trace.h"
 #include "tax/deductions.h"
 #include "tax/income_tax.h"
 

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
+#include "context/period.h"
+#include "context/utilities.h"
 #include "records/fields.h"
 #include "records/numbers.h"
-#include "run/period.h"
-#include "run/utilities.h"
 #include "tax/deductions.h"
 
 namespace ModSWCALB {

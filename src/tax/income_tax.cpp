@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <string>
 
+#include "context/period.h"
+#include "context/trace.h"
+#include "context/utilities.h"
 #include "platform/failure.h"
 #include "records/dictionary/FISX.h"
 #include "records/fields.h"
 #include "records/numbers.h"
-#include "run/period.h"
-#include "run/trace.h"
-#include "run/utilities.h"
 #include "tax/bonus.h"
 #include "tax/deductions.h"
 

@@ -8,8 +8,8 @@
 #include <array>
 #include <cstdint>
 
-#include "calc/slip.h"
 #include "records/dictionary/DIPX.h"
+#include "slip/slip.h"
 
 namespace ModSWCALB {
 

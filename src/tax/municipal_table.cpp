@@ -1,6 +1,6 @@
 #include "tax/municipal_table.h"
 
-#include "run/trace.h"
+#include "context/trace.h"
 
 namespace ModSWCALB {
 

@@ -3,10 +3,10 @@
 
 #include <algorithm>
 
+#include "context/trace.h"
 #include "records/dictionary/FISX.h"
 #include "records/fields.h"
 #include "records/numbers.h"
-#include "run/trace.h"
 #include "tax/deductions.h"
 #include "tax/income_tax.h"
 

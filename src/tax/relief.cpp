@@ -1,6 +1,6 @@
 #include "tax/relief.h"
 
-#include "run/trace.h"
+#include "context/trace.h"
 
 namespace ModSWCALB {
 

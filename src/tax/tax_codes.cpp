@@ -1,9 +1,9 @@
 // The places for dependants on the employee, and the checks on what stands in them.
 
-#include "calc/slip.h"
+#include "context/messages.h"
+#include "context/trace.h"
 #include "records/fields.h"
-#include "run/messages.h"
-#include "run/trace.h"
+#include "slip/slip.h"
 #include "tax/deductions.h"
 #include "tax/family.h"
 #include "texts/texts.h"

@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "nzutil/demo.h"
-#include "nzutil/installation.h"
+#include "installation/demo.h"
+#include "installation/installation.h"
 #include "nzutil/process.h"
 #include "records/dictionary/CONX.h"
 #include "records/dictionary/DIPX.h"

@@ -9,8 +9,8 @@
 #include <map>
 #include <thread>
 
-#include "nzutil/demo.h"
-#include "nzutil/installation.h"
+#include "installation/demo.h"
+#include "installation/installation.h"
 #include "nzutil/process.h"
 #include "platform/code_page.h"
 #include "platform/file_system.h"

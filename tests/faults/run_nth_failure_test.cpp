@@ -8,17 +8,17 @@
 #include <map>
 #include <optional>
 
-#include "calc/slip.h"
+#include "context/environment.h"
+#include "context/period.h"
 #include "files/logical_files.h"
-#include "nzutil/demo.h"
-#include "nzutil/installation.h"
+#include "installation/demo.h"
+#include "installation/installation.h"
 #include "platform/failure.h"
 #include "platform/window.h"
 #include "records/fields.h"
-#include "run/environment.h"
 #include "run/load_environment.h"
 #include "run/main_run.h"
-#include "run/period.h"
+#include "slip/slip.h"
 #include "tests/support/fault_file_system.h"
 #include "tests/support/temp_directory.h"
 #include "texts/texts.h"

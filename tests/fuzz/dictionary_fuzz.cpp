@@ -7,9 +7,9 @@
 #include <memory>
 #include <string>
 
+#include "formulas/named_access.h"
 #include "platform/failure.h"
 #include "records/fields.h"
-#include "records/named_access.h"
 #include "tests/fuzz/fuzz_target.h"
 #include "tests/fuzz/silent_window.h"
 #include "tests/support/dictionary_archive.h"

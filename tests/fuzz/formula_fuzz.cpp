@@ -10,10 +10,10 @@
 #include <string>
 #include <string_view>
 
+#include "formulas/formula.h"
 #include "platform/failure.h"
 #include "records/dictionary/FOTX.h"
 #include "records/fields.h"
-#include "records/formula.h"
 #include "records/numbers.h"
 #include "tests/fuzz/fuzz_target.h"
 #include "tests/fuzz/silent_window.h"

@@ -21,15 +21,15 @@
 #include <string>
 #include <vector>
 
-#include "nzutil/demo.h"
-#include "nzutil/description.h"
-#include "nzutil/document.h"
-#include "nzutil/file_layout.h"
+#include "context/utilities.h"
+#include "installation/demo.h"
+#include "installation/description.h"
+#include "installation/document.h"
+#include "installation/file_layout.h"
 #include "nzutil/process.h"
 #include "records/dictionary/DIPX.h"
 #include "records/fields.h"
 #include "records/numbers.h"
-#include "run/utilities.h"
 #include "tests/support/temp_directory.h"
 
 namespace {

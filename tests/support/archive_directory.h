@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <string>
 
+#include "context/environment.h"
 #include "files/logical_files.h"
-#include "run/environment.h"
 #include "tests/support/temp_directory.h"
 
 namespace test_support {

@@ -9,10 +9,10 @@
 #include <utility>
 #include <vector>
 
+#include "context/environment.h"
 #include "files/logical_files.h"
+#include "formulas/named_access.h"
 #include "records/descriptor.h"
-#include "records/named_access.h"
-#include "run/environment.h"
 #include "tests/support/temp_directory.h"
 
 namespace test_support {

@@ -7,11 +7,11 @@
 #include <utility>
 #include <vector>
 
-#include "calc/slip_lines.h"
 #include "files/logical_files.h"
 #include "records/dictionary/FOTX.h"
 #include "records/fields.h"
 #include "records/numbers.h"
+#include "slip/slip_lines.h"
 #include "tests/support/archive_directory.h"
 #include "tests/support/record_areas.h"
 

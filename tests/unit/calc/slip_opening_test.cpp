@@ -1,4 +1,4 @@
-#include "calc/fixed_data.h"
+#include "slip/fixed_data.h"
 #include "tests/support/logical_files.h"
 #include "tests/unit/calc/slip_test_base.h"
 

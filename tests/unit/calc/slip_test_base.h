@@ -7,14 +7,14 @@
 #include <string>
 
 #include "calc/phases.h"
-#include "calc/slip.h"
-#include "calc/slip_lines.h"
+#include "context/period.h"
 #include "records/dictionary/DIPX.h"
 #include "records/dictionary/DITX.h"
 #include "records/dictionary/FISX.h"
 #include "records/dictionary/SETX.h"
 #include "records/fields.h"
-#include "run/period.h"
+#include "slip/slip.h"
+#include "slip/slip_lines.h"
 #include "tests/support/record_areas.h"
 #include "tests/support/scripted_window.h"
 

@@ -4,16 +4,16 @@
 
 #include <gtest/gtest.h>
 
-#include "calc/slip.h"
-#include "closing/contributions.h"
 #include "closing/state.h"
+#include "context/period.h"
+#include "contributions/contributions.h"
 #include "platform/failure.h"
 #include "records/dictionary/DIPX.h"
 #include "records/dictionary/DITX.h"
 #include "records/dictionary/FISX.h"
 #include "records/fields.h"
 #include "records/numbers.h"
-#include "run/period.h"
+#include "slip/slip.h"
 #include "tax/income_tax.h"
 #include "tests/support/record_areas.h"
 #include "tests/support/scripted_window.h"

@@ -4,15 +4,15 @@
 
 #include <string>
 
-#include "calc/slip.h"
-#include "closing/contributions.h"
 #include "closing/state.h"
+#include "context/period.h"
+#include "contributions/contributions.h"
 #include "records/dictionary/DIPX.h"
 #include "records/dictionary/DITX.h"
 #include "records/dictionary/FISX.h"
 #include "records/dictionary/SETX.h"
 #include "records/fields.h"
-#include "run/period.h"
+#include "slip/slip.h"
 #include "tax/income_tax.h"
 #include "tests/support/archive_directory.h"
 #include "tests/unit/contributions/slip_fixture.h"

@@ -4,14 +4,14 @@
 
 #include <gtest/gtest.h>
 
-#include "calc/slip.h"
 #include "closing/closing.h"
-#include "closing/contributions.h"
 #include "closing/state.h"
+#include "contributions/contributions.h"
 #include "records/dictionary/DIPX.h"
 #include "records/dictionary/DITX.h"
 #include "records/dictionary/FISX.h"
 #include "records/fields.h"
+#include "slip/slip.h"
 #include "tax/deductions.h"
 #include "tax/income_tax.h"
 #include "tests/unit/contributions/slip_fixture.h"

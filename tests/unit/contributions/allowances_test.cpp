@@ -1,4 +1,4 @@
-#include "closing/allowances.h"
+#include "contributions/allowances.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "closing/contribution_cuts.h"
+#include "contributions/contribution_cuts.h"
 
 #include <gtest/gtest.h>
 
@@ -6,13 +6,13 @@
 #include <cmath>
 #include <string>
 
-#include "calc/slip_lines.h"
 #include "files/logical_files.h"
 #include "records/dictionary/DIPX.h"
 #include "records/dictionary/DITX.h"
 #include "records/dictionary/FOTX.h"
 #include "records/dictionary/SETX.h"
 #include "records/numbers.h"
+#include "slip/slip_lines.h"
 #include "tests/support/archive_directory.h"
 #include "tests/unit/contributions/slip_fixture.h"
 

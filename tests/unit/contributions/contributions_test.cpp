@@ -1,4 +1,4 @@
-#include "closing/contributions.h"
+#include "contributions/contributions.h"
 
 #include <gtest/gtest.h>
 

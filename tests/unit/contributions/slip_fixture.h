@@ -8,10 +8,10 @@
 #include <sstream>
 #include <string>
 
-#include "calc/slip.h"
-#include "closing/contributions.h"
+#include "context/period.h"
+#include "contributions/contributions.h"
 #include "records/fields.h"
-#include "run/period.h"
+#include "slip/slip.h"
 #include "tests/support/record_areas.h"
 #include "tests/support/scripted_window.h"
 

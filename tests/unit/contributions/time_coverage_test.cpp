@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "closing/allowances.h"
-#include "closing/contribution_cuts.h"
+#include "contributions/allowances.h"
+#include "contributions/contribution_cuts.h"
 #include "records/dictionary/DIPX.h"
 #include "records/dictionary/SETX.h"
 #include "tests/unit/contributions/slip_fixture.h"

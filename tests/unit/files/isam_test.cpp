@@ -7,9 +7,9 @@
 #include <map>
 #include <random>
 
+#include "context/failure_handler.h"
 #include "files/logical_files.h"
 #include "platform/failure.h"
-#include "run/failure_handler.h"
 #include "tests/support/archive_directory.h"
 #include "tests/support/index_model.h"
 #include "tests/support/scripted_window.h"

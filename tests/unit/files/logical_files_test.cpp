@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include "context/failure_handler.h"
+#include "context/trace.h"
 #include "platform/failure.h"
-#include "run/failure_handler.h"
-#include "run/trace.h"
 #include "tests/support/archive_directory.h"
 #include "tests/support/scripted_window.h"
 

@@ -6,8 +6,8 @@
 
 #include <memory>
 
-#include "nzutil/demo.h"
-#include "nzutil/field_value.h"
+#include "installation/demo.h"
+#include "installation/field_value.h"
 #include "records/dictionary/DIPX.h"
 #include "records/dictionary/DITX.h"
 #include "records/dictionary/FISX.h"

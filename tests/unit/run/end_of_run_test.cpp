@@ -1,12 +1,12 @@
-#include "run/end_of_run.h"
+#include "run_end/end_of_run.h"
 
 #include <gtest/gtest.h>
 
-#include "calc/slip.h"
+#include "context/environment.h"
+#include "context/failure_handler.h"
 #include "platform/failure.h"
 #include "platform/printer.h"
-#include "run/environment.h"
-#include "run/failure_handler.h"
+#include "slip/slip.h"
 #include "tests/support/scripted_window.h"
 #include "tests/support/temp_directory.h"
 #include "texts/texts.h"

@@ -2,10 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include "calc/slip.h"
+#include "context/period.h"
+#include "context/trace.h"
 #include "platform/failure.h"
-#include "run/period.h"
-#include "run/trace.h"
+#include "slip/slip.h"
 #include "tests/support/scripted_window.h"
 #include "tests/unit/run/payroll_files.h"
 

@@ -5,7 +5,8 @@
 #include <cstdlib>
 #include <optional>
 
-#include "calc/slip.h"
+#include "context/period.h"
+#include "context/trace.h"
 #include "history/quadri.h"
 #include "history/slip_images.h"
 #include "platform/failure.h"
@@ -14,8 +15,7 @@
 #include "records/numbers.h"
 #include "run/form.h"
 #include "run/load_environment.h"
-#include "run/period.h"
-#include "run/trace.h"
+#include "slip/slip.h"
 #include "tests/support/scripted_window.h"
 #include "tests/unit/run/payroll_files.h"
 #include "texts/texts.h"

@@ -1,6 +1,6 @@
 // The agreement's pay scale in the employee's record.
 
-#include "calc/contract.h"
+#include "slip/contract.h"
 
 #include "records/dictionary/CONX.h"
 #include "slip_fixture.h"

@@ -1,6 +1,6 @@
 // Fixed data as numbers, tax brackets, contribution percentages.
 
-#include "calc/fixed_data.h"
+#include "slip/fixed_data.h"
 
 #include "slip_fixture.h"
 

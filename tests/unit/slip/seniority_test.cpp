@@ -1,6 +1,6 @@
 // Seniority steps, short-time pay, instalments of the year, entertainers' carry.
 
-#include "calc/seniority.h"
+#include "slip/seniority.h"
 
 #include "slip_fixture.h"
 

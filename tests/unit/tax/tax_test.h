@@ -7,11 +7,11 @@
 #include <initializer_list>
 #include <string>
 
-#include "calc/slip.h"
+#include "context/period.h"
 #include "records/dictionary/DIPX.h"
 #include "records/dictionary/FISX.h"
 #include "records/fields.h"
-#include "run/period.h"
+#include "slip/slip.h"
 #include "tax/deductions.h"
 #include "tax/income_tax.h"
 #include "tests/support/record_areas.h"

@@ -1,0 +1,125 @@
+#pragma once
+// What a document says about an installation: yearly tables, companies, sectors, contracts, pay
+// items, employees. The demo's data and the scenarios share this syntax (docs/manuale.md).
+
+#include <map>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "installation/document.h"
+#include "installation/installation.h"
+
+namespace nzutil {
+
+/// Record 1 of file 6: date ddmmyyyy and run kind.
+struct PeriodEntry {
+    std::string date;
+    char kind = '4';
+};
+
+struct RecordEntry {
+    int record = 0;  ///< 0: the record that the installation's first company or sector has
+    FieldValues fields;
+};
+
+struct GradeEntry {
+    int record = 0;
+    FieldValues header;                 ///< fields of the contract as a whole
+    std::map<int, FieldValues> grades;  ///< fields of each grade
+    int employee_grade = 0;  ///< grade named by `livello`: the employees' own, unless they name one
+};
+
+struct ItemEntry {
+    int code = 0;
+    FieldValues fields;
+    std::optional<std::vector<std::string>> formula;  ///< cells of operator and operand
+};
+
+/// One line of a slip, as typed: quantity with two decimals and rate with five.
+struct SlipLineEntry {
+    int item = 0;
+    std::string quantity = "0";
+    std::string rate = "0";
+    std::string raw;  ///< the 35 characters themselves, for damaged lines
+};
+
+struct EmployeeEntry {
+    int record = 0;   ///< 0: place in the list
+    int company = 0;  ///< 0: the first company of the installation
+    int line = 0;
+    FieldValues fields;
+    std::optional<std::vector<SlipLineEntry>> lines;
+    FieldValues months;
+    FieldValues certificate;
+    std::optional<FieldValues> before;  ///< fields as they stood before a calculation on file
+};
+
+/// Limit of the bracket and its rate in percent.
+struct BracketEntry {
+    std::string limit;
+    std::string rate;
+};
+
+struct RegionEntry {
+    std::string code;
+    std::vector<BracketEntry> brackets;
+};
+
+struct Description {
+    std::optional<PeriodEntry> period;
+    FieldValues fixed;
+    std::vector<RecordEntry> companies;
+    std::vector<RecordEntry> sectors;
+    std::vector<RecordEntry> funds;
+    std::vector<GradeEntry> contracts;
+    std::vector<ItemEntry> items;
+    std::optional<std::vector<BracketEntry>> brackets;
+    std::optional<std::vector<BracketEntry>> severance_brackets;
+    std::optional<std::vector<RegionEntry>> regions;
+    std::vector<EmployeeEntry> employees;
+    FieldValues months;  ///< of the employees that give none of their own
+    std::map<int, std::vector<std::string>> tables;  ///< records or lines of any other file
+    std::optional<std::string> installation_name;
+    std::optional<std::string> installation_tax_code;
+};
+
+// Sections of a document that describe the installation; a scenario adds its own.
+inline const Keys kDescriptionKeys{
+    "periodo",   "fissi",         "ditta",   "settore", "fondo",      "contratto", "voci",
+    "scaglioni", "scaglioni_tfr", "regioni", "mesi",    "dipendente", "tabelle",   "utente"};
+
+/// Reads the sections of the installation.
+[[nodiscard]] Description read_description(const Document& document);
+/// One section each, for documents that repeat it.
+[[nodiscard]] PeriodEntry read_period(const Document& document, const YAML::Node& node);
+/// `other_keys`: what else may stand in the employee's map.
+[[nodiscard]] EmployeeEntry read_employee(const Document& document, const YAML::Node& node,
+                                          const Keys& other_keys);
+
+/// Records of an employee that others start from.
+struct EmployeeModel {
+    std::string record;
+    std::string months;
+};
+[[nodiscard]] EmployeeModel model_employee(const Installation& installation);
+
+/// Where an employee stands in the installation.
+struct Placement {
+    int company = 0;
+    int record = 0;
+};
+
+/// Writes everything that the description says over what the installation holds; employees start
+/// from `model`. The employees' places, in their order.
+std::vector<Placement> apply(Installation& installation, const Description& description,
+                             const EmployeeModel& model);
+/// Employees alone, over their present records (a later run of the same installation).
+void apply_to_employee(Installation& installation, int record, const EmployeeEntry& employee);
+
+/// The 35 characters of a line: mark, code, quantity, rate.
+[[nodiscard]] std::string slip_line_text(const Installation& installation,
+                                         const SlipLineEntry& line);
+
+}  // namespace nzutil
