@@ -4,20 +4,15 @@
 #include <array>
 #include <cstdint>
 #include <string>
-#include <utility>
 
 #include "context/period.h"
 #include "context/trace.h"
 #include "context/utilities.h"
-#include "files/logical_files.h"
 #include "platform/failure.h"
 #include "platform/window.h"
-#include "records/dictionary/CONX.h"
 #include "records/dictionary/DIPX.h"
-#include "records/dictionary/DITX.h"
-#include "records/fields.h"
 #include "records/numbers.h"
-#include "slip/slip.h"
+#include "slip/contract_parts.h"
 #include "texts/texts.h"
 
 namespace ModSWCALM {
@@ -27,27 +22,8 @@ using namespace MXLIBRERIA;
 
 namespace {
 
-constexpr double kCompanyFile = 1;
 constexpr double kPeriodFile = 6;
 constexpr double kContractFile = 71;
-
-// ---- The copy of the employee's record ----
-
-double copy_num(const Descriptor& field) {
-    return LEGGICAMPONUM(field, 0, slip.record_copy);
-}
-
-std::string copy_text(const Descriptor& field) {
-    return LEGGICAMPO(field, 0, slip.record_copy);
-}
-
-void copy_write(const Descriptor& field, double value) {
-    SCRIVICAMPONUM(field, value, 0, slip.record_copy);
-}
-
-bool file_is_open(double n) {
-    return file_table.entries.at(static_cast<std::size_t>(n)).CANALI != 0;
-}
 
 /// ddmmyyyy to yyyymmdd.
 std::string yyyymmdd(const std::string& date) {
@@ -123,8 +99,6 @@ void apply_dated_rises(std::int16_t grade, const std::string& today) {
     }
 }
 
-constexpr std::array<Descriptor, 8> kPayElements{G022, G023, G024, G025, G026, G027, G028, G029};
-
 /// A contract paid at P333 percent: its marks, and its pay elements at that percentage.
 void reduce_contract(std::int16_t grade, const std::string& percentage) {
     if (!is_number(percentage) || valore(percentage) == 0) {
@@ -141,144 +115,6 @@ void reduce_contract(std::int16_t grade, const std::string& percentage) {
     }
 }
 
-// ---- Seniority ----
-
-constexpr double kSeniorityNone = 0;
-constexpr double kSeniorityByTable = 2;
-
-/// Has the employee's rule (P335) its turn in this month?
-bool seniority_applies() {
-    const double rule = copy_num(P335);
-    const std::string last_step = copy_text(P027);  // mmyyyy
-    if (rule == 1) {
-        return last_step == period.month_year();
-    }
-    if (rule == 2) {
-        return last_step.starts_with("01");
-    }
-    return rule != 3;
-}
-
-/// Fixed amount of the contract; for pay by the hour its hourly share on top of P061.
-double fixed_seniority(std::int16_t grade) {
-    const double amount = num(G012, grade);
-    const double divisor = hours_divisor();
-    if (copy_num(P050) != 0 || divisor == 0) {
-        return amount;
-    }
-    return copy_num(P061) + amount / divisor;
-}
-
-/// One token of G014: "Pn" is the n-th of the employee's amounts Q096 to Q105 ("P0" the tenth), a
-/// digit n the n-th pay element of the grade. Anything else is 0.
-double token_value(const std::string& token, std::int16_t grade) {
-    const std::string trimmed = rifila(token);
-    if (trimmed.starts_with('P')) {
-        const std::string_view digit = ritaglia(trimmed, 2, 1);
-        if (digit.empty() || digit[0] < '0' || digit[0] > '9') {
-            return 0;
-        }
-        const int n = digit == "0" ? 10 : digit[0] - '0';
-        return copy_num(dopo(Q096, n - 1));
-    }
-    const double n = valore(trimmed);
-    return n >= 1 && n <= 8 ? num(kPayElements.at(static_cast<std::size_t>(n) - 1), grade) : 0;
-}
-
-/// Percentage G012 of the amounts that G014 names.
-double seniority_by_table(std::int16_t grade) {
-    const std::string tokens = testo(G014, grade);
-    double base = 0;
-    for (std::size_t position = 1; position <= tokens.size(); position += 2) {
-        base += token_value(std::string(ritaglia(tokens, position, 2)), grade);
-    }
-    return base * num(G012, grade) / 100;
-}
-
-/// P026, the amount of one step, and P061, the seniority pay.
-void set_seniority(std::int16_t grade) {
-    const double rule = num(G011, grade);
-    if (rule != kSeniorityNone && seniority_applies()) {
-        if (rule != kSeniorityByTable) {
-            copy_write(P026, fixed_seniority(grade));
-        } else if (num(G012, grade) != 0) {
-            copy_write(P026, seniority_by_table(grade));
-        }
-    }
-    if (num(G010, grade) != 1) {
-        copy_write(P061, copy_num(P026) * copy_num(P029));
-    }
-}
-
-// ---- Conversion of monthly amounts to the hour ----
-
-/// Hours divisor of the company P175 that the pay comes from; 0 if there is no such company.
-double source_company_divisor() {
-    const bool opened_here = !file_is_open(kCompanyFile);
-    if (opened_here) {
-        FAIOPEN(kCompanyFile);
-    }
-    std::string loaded_buffer = record_buffer(kCompanyFile);
-    const bool found = LEGGIREC(kCompanyFile, copy_num(P175)) != 1;
-    std::string source = std::exchange(record_buffer(kCompanyFile), std::move(loaded_buffer));
-    double divisor = 0;
-    if (found && LEGGICAMPONUM(T261, 0, source) != 99) {
-        std::swap(area(Area::DITX), source);
-        divisor = hours_divisor();
-        std::swap(area(Area::DITX), source);
-    }
-    if (opened_here) {
-        CHIUDI(kCompanyFile);
-    }
-    return divisor;
-}
-
-/// The amount, brought to the hour where P334 and P175 ask for it.
-double converted(double amount) {
-    const double factor = copy_num(P334);
-    if (factor == 0 || amount == 0 || copy_num(P175) == 0) {
-        return amount;
-    }
-    const double divisor = source_company_divisor();
-    if (divisor == 0) {
-        return amount;
-    }
-    copy_write(P050, 0);
-    return arrotonda(amount * factor / divisor, 5);
-}
-
-// ---- The scale ----
-
-struct ScaleElement {
-    Descriptor contract;
-    Descriptor employee;
-    bool converts;
-};
-constexpr std::array<ScaleElement, 8> kScale{{
-    {G022, P058, true},
-    {G023, P069, false},
-    {G024, P062, true},
-    {G025, P063, true},
-    {G026, P064, true},
-    {G027, P065, true},
-    {G028, P066, true},
-    {G029, P067, true},
-}};
-constexpr std::array<ScaleElement, 3> kFurtherElements{
-    {{G246, P353, false}, {G247, P354, false}, {G248, P355, false}}};
-
-void copy_scale(std::int16_t grade) {
-    for (const ScaleElement& element : kScale) {
-        const double amount = num(element.contract, grade);
-        if (amount != 0) {
-            copy_write(element.employee, element.converts ? converted(amount) : amount);
-        }
-    }
-    for (const ScaleElement& element : kFurtherElements) {
-        copy_write(element.employee, num(element.contract, grade));
-    }
-}
-
 void copy_contract_of_employee() {
     const std::string today = period_date();
     FAIOPEN(kContractFile);
@@ -288,7 +124,7 @@ void copy_contract_of_employee() {
     if (number != 0 && read_contract(number)) {
         apply_dated_rises(grade, today);
         reduce_contract(grade, percentage);
-        set_seniority(grade);
+        set_contract_seniority(grade);
         copy_scale(grade);
     }
     CHIUDI(kContractFile);
