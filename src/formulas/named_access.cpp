@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <optional>
 
-#include "files/logical_files.h"
+#include "formulas/loaded_letters.h"
 #include "platform/failure.h"
 #include "platform/window.h"
 #include "records/fields.h"
@@ -16,131 +16,7 @@ namespace MXREPOSITORY {
 
 using platform::Failure;
 
-Repository repository;
-
 namespace {
-
-/// Dictionary files of a code letter; 0 where there are fewer than three.
-struct DictionaryFiles {
-    char letter;
-    std::array<int, 3> logical_files;
-};
-constexpr std::array<DictionaryFiles, 24> kDictionaryFiles{{
-    {'A', {359, 0, 0}},   {'B', {47, 0, 0}},  {'E', {25, 0, 0}},  {'F', {9, 0, 0}},
-    {'G', {70, 0, 0}},    {'H', {73, 74, 0}}, {'I', {17, 0, 0}},  {'J', {99, 100, 103}},
-    {'K', {412, 0, 0}},   {'L', {415, 0, 0}}, {'M', {62, 0, 0}},  {'N', {64, 0, 0}},
-    {'O', {383, 384, 0}}, {'P', {11, 0, 0}},  {'Q', {33, 0, 0}},  {'R', {404, 0, 0}},
-    {'S', {10, 0, 0}},    {'T', {13, 0, 0}},  {'U', {421, 0, 0}}, {'V', {386, 0, 0}},
-    {'W', {163, 0, 0}},   {'X', {353, 0, 0}}, {'Y', {21, 0, 0}},  {'Z', {402, 0, 0}},
-}};
-
-constexpr double kLastDictionaryRecord = 10000;
-constexpr double kHighestSlot = 4099;
-constexpr const char* kEmptyIndex = "00000";
-
-/// Slots of the names with two letters: PA12 is 2012, TB03 is 3003.
-struct SecondLetter {
-    char letter;
-    double slots;
-};
-constexpr std::array<SecondLetter, 3> kSecondLetters{{{'A', 2000}, {'B', 3000}, {'C', 4000}}};
-
-/// Whole number of a text of digits; any other text as its leading value.
-double number_of(std::string_view digits) {
-    int number = 0;
-    for (const char c : digits) {
-        if (c < '0' || c > '9') {
-            return valore(digits);
-        }
-        number = number * 10 + (c - '0');
-    }
-    return number;
-}
-
-double slot_of(std::string_view code) {
-    if (code.size() == 4 && (code[0] == 'P' || code[0] == 'Q' || code[0] == 'T')) {
-        for (const SecondLetter& row : kSecondLetters) {
-            if (code[1] == row.letter) {
-                return row.slots + number_of(destra(code, 2));
-            }
-        }
-    }
-    return number_of(destra(code, 3));
-}
-
-/// Base of a letter in the table; -1 for a letter that is not loaded.
-std::int32_t base_of(char letter) {
-    const bool in_range = letter >= 'A' && letter <= 'Z' && !repository.INDICELETTERE.empty();
-    return in_range ? repository.letter_bases.at(static_cast<std::size_t>(letter - 'A')).base : -1;
-}
-
-std::int32_t highest_index() {
-    return static_cast<std::int32_t>(repository.TABELLACAMPI.size()) - 1;
-}
-
-// ---- Loading ----
-
-/// Base of a letter; a letter that is not loaded begins after the last entry.
-std::int32_t begin_letter(char letter) {
-    Repository::LetterBase& entry =
-        repository.letter_bases.at(static_cast<std::size_t>(letter - 'A'));
-    if (entry.base < 0) {
-        entry.base = highest_index();
-        repository.INDICELETTERE += letter;
-        repository.INDICELETTERE += "0000";
-    }
-    return entry.base;
-}
-
-/// Puts the field of a dictionary record into the table. A record without length, or with a code
-/// that holds no number, describes no field.
-void store_entry(std::string_view record, std::int32_t base) {
-    const std::string_view length = ritaglia(record, 30, 2);
-    if (valore(length) == 0) {
-        return;
-    }
-    const double slot = slot_of(ritaglia(record, 69, 4));
-    if (!(slot >= 1 && slot <= kHighestSlot)) {
-        return;
-    }
-    const std::size_t index = static_cast<std::size_t>(base) + static_cast<std::size_t>(slot);
-    if (index >= repository.TABELLACAMPI.size()) {
-        repository.TABELLACAMPI.resize(index + 1);
-        repository.fields.resize(index + 1);
-    }
-    std::string& entry = repository.TABELLACAMPI[index];
-    entry = a_sinistra(ritaglia(record, 50, 5), 5);
-    entry += a_sinistra(length, 2);
-    entry += a_sinistra(ritaglia(record, 32, 1), 1);
-    entry += a_sinistra(ritaglia(record, 65, 1), 1);
-    const double offset = valore(ritaglia(record, 50, 5));
-    const double width = valore(length);
-    const bool sound = offset >= 1 && offset <= INT16_MAX && width >= 1;
-    repository.fields[index] = sound ? Repository::Field{static_cast<std::int16_t>(offset),
-                                                         static_cast<std::int16_t>(width)}
-                                     : Repository::Field{};
-}
-
-void load_file(int logical_file, char letter) {
-    const std::int32_t base = begin_letter(letter);
-    const double n = logical_file;
-    const bool opened_here =
-        MXLIBRERIA::file_table.entries.at(static_cast<std::size_t>(logical_file)).CANALI == 0;
-    if (opened_here) {
-        MXLIBRERIA::FAIOPEN(n);
-    }
-    for (double record = 1; record <= kLastDictionaryRecord; ++record) {
-        if (MXLIBRERIA::LEGGIREC(n, record) == 1) {
-            break;
-        }
-        store_entry(MXLIBRERIA::record_buffer(n), base);
-    }
-    std::string& index = repository.INDICELETTERE;
-    index.replace(index.size() - 4, 4, zeri_a_sinistra(std::to_string(highest_index()), 4));
-    if (opened_here) {
-        MXLIBRERIA::CHIUDI(n);
-    }
-}
 
 // ---- Looking up ----
 
@@ -305,26 +181,6 @@ constexpr double kLastLineSlot = 500;
 constexpr std::size_t kLineWidth = 35;
 
 }  // namespace
-
-void INIZIALIZZAREPOSITORY(char letter) {
-    if (repository.INDICELETTERE.empty()) {
-        repository.TABELLACAMPI.assign(1, {});
-        repository.fields.assign(1, {});
-        repository.letter_bases = {};
-        repository.INDICELETTERE = kEmptyIndex;
-    }
-    const auto* row =
-        std::find_if(kDictionaryFiles.begin(), kDictionaryFiles.end(),
-                     [letter](const DictionaryFiles& files) { return files.letter == letter; });
-    if (row == kDictionaryFiles.end()) {
-        return;
-    }
-    for (const int logical_file : row->logical_files) {
-        if (logical_file != 0) {
-            load_file(logical_file, letter);
-        }
-    }
-}
 
 std::string XREPOR(std::string_view name, double spostamento, const std::string& buffer) {
     if (!letter_known(name) || !name_length_allowed(name)) {

@@ -11,6 +11,7 @@
 #include "platform/failure.h"
 #include "platform/window.h"
 #include "records/numbers.h"
+#include "records/repository_errors.h"
 #include "texts/texts.h"
 
 namespace MXREPOSITORY {
@@ -57,23 +58,12 @@ Descriptor cut_at_run_time(const std::string& text) {
     return d;
 }
 
-void show_repository_error(const texts::Text& text) {
-    platform::window().box(texts::kPlainBoxTitle.bytes(), text.bytes(), platform::Icon::none);
-}
-
 std::string* area_or_message(Area which) {
     if (which == Area::unknown) {
         show_repository_error(texts::kRepositoryUnknownTag);
         return nullptr;
     }
     return &areas[static_cast<std::size_t>(which)];
-}
-
-std::int16_t checked16(int value) {
-    if (value < INT16_MIN || value > INT16_MAX) {
-        throw Failure(platform::kOverflow);
-    }
-    return static_cast<std::int16_t>(value);
 }
 
 /// 0-based position of an occurrence's first character.
@@ -325,72 +315,6 @@ void write_number(const Descriptor& d, double value, std::int16_t occurrence, st
                {digits.data(), static_cast<std::size_t>(written.ptr - digits.data())}, value < 0);
 }
 
-int code_number(const Descriptor& d) {
-    return static_cast<int>(valore(std::string_view(d.code.data() + 1, 3)));
-}
-
-// ---- Displacements of repeating groups ----
-
-/// A group in which a field at `first` to `last` moves by `width` from one occurrence to the next.
-struct Group {
-    Area area;
-    int first;
-    int last;
-    int width;
-};
-constexpr std::array<Group, 10> kGroups{{
-    {Area::DICX, 101, INT16_MAX, 10},
-    {Area::CONX, 101, 390, 290},
-    {Area::M77X, 256, 510, 255},
-    {Area::M77X, 3316, 3570, 255},
-    {Area::F24X, 42, 66, 36},
-    {Area::F24X, 762, 813, 63},
-    {Area::F24X, 4359, 4398, 51},
-    {Area::F24X, 4824, 4867, 55},
-    {Area::F24X, 5000, 5000, 4},
-    {Area::F24X, 5483, 5483, 2},
-}};
-/// Ranges of the tax payment form that recur in steps: first start, last start, step, span, width.
-struct SteppedGroup {
-    int first;
-    int last;
-    int step;
-    int span;
-    int width;
-};
-constexpr std::array<SteppedGroup, 2> kF24Groups{
-    {{1077, 4117, 152, 24, 35}, {5094, 5414, 16, 1, 4}}};
-constexpr int kDi2Width = 714;
-
-bool has_groups(Area area) {
-    return area == Area::DICX || area == Area::CONX || area == Area::M77X || area == Area::F24X ||
-           area == Area::DI2X;
-}
-
-int group_width(const Descriptor& d) {
-    for (const Group& group : kGroups) {
-        if (d.area == group.area && d.offset >= group.first && d.offset <= group.last) {
-            return group.width;
-        }
-    }
-    if (d.area == Area::F24X) {
-        for (const SteppedGroup& group : kF24Groups) {
-            if (d.offset >= group.first && d.offset < group.last + group.span &&
-                (d.offset - group.first) % group.step < group.span) {
-                return group.width;
-            }
-        }
-    }
-    if (d.area == Area::DI2X) {
-        if (d.code[0] != 'I') {
-            show_repository_error(texts::kRepositoryUnknownLetter);
-            return 0;
-        }
-        return code_number(d) >= 100 ? kDi2Width : 0;
-    }
-    return 0;
-}
-
 }  // namespace
 
 std::string& area(Area which) {
@@ -469,14 +393,6 @@ void SCRIVICAMPONUM(const std::string& descriptor, double value, std::int16_t oc
     }
 }
 
-std::int16_t SPOSTAMENTOOCCORRENZA(const Descriptor& descriptor, std::int16_t occurrence) {
-    const int width = has_groups(descriptor.area) ? group_width(descriptor) : 0;
-    if (occurrence == 0 || width == 0) {
-        return 0;
-    }
-    return checked16((occurrence - 1) * width);
-}
-
 std::int16_t SPOSTAMENTOOCCORRENZA(const std::string& descriptor, std::int16_t occurrence) {
     return SPOSTAMENTOOCCORRENZA(cut_at_run_time(descriptor), occurrence);
 }
@@ -518,68 +434,6 @@ void scrivi(const Descriptor& field, std::string_view value, int occurrence) {
 double aggiungi(const Descriptor& field, double amount, int occurrence) {
     scrivi(field, num(field, occurrence) + amount, occurrence);
     return num(field, occurrence);
-}
-
-namespace {
-
-template <class List, class Value>
-void write_all(const List& fields, Value value) {
-    for (const Descriptor& field : fields) {
-        scrivi(field, value);
-    }
-}
-
-/// The letters of a series and where its number starts: "P" and 1, "QA" and 2.
-std::size_t letters_of(std::string_view code) {
-    return code[1] >= '0' && code[1] <= '9' ? 1 : 2;
-}
-
-std::string code_in_series(std::string_view sample, int number) {
-    const std::size_t letters = letters_of(sample);
-    return std::string(sample.substr(0, letters)) +
-           zeri_a_sinistra(std::to_string(number), 4 - letters);
-}
-
-int number_in_series(std::string_view code) {
-    return static_cast<int>(valore(code.substr(letters_of(code))));
-}
-
-}  // namespace
-
-void azzera(std::initializer_list<Descriptor> fields) {
-    write_all(fields, 0.0);
-}
-
-void svuota(std::initializer_list<Descriptor> fields) {
-    write_all(fields, "");
-}
-
-void azzera(const std::vector<Descriptor>& fields) {
-    write_all(fields, 0.0);
-}
-
-void svuota(const std::vector<Descriptor>& fields) {
-    write_all(fields, "");
-}
-
-std::vector<Descriptor> serie(const Descriptor& first, const Descriptor& last, int step) {
-    std::vector<Descriptor> fields;
-    const int end = number_in_series(last.name());
-    for (int number = number_in_series(first.name()); number <= end; number += step) {
-        if (const Descriptor* field = find_field(code_in_series(first.name(), number))) {
-            fields.push_back(*field);
-        }
-    }
-    return fields;
-}
-
-const Descriptor& dopo(const Descriptor& field, int distance) {
-    const Descriptor* other =
-        find_field(code_in_series(field.name(), number_in_series(field.name()) + distance));
-    if (other == nullptr) {
-        throw Failure(platform::kSubscriptOutOfRange);
-    }
-    return *other;
 }
 
 }  // namespace MXREPOSITORY
