@@ -17,6 +17,7 @@ namespace {
 constexpr std::array kCommands{
     Command{"demo", texts::kToolUsageDemo, texts::kToolHelpDemo, 1, 1, command_demo},
     Command{"periodo", texts::kToolUsagePeriod, texts::kToolHelpPeriod, 3, 3, command_period},
+    Command{"anno", texts::kToolUsageYear, texts::kToolHelpYear, 2, 4, command_year},
     Command{"campi", texts::kToolUsageFields, texts::kToolHelpFields, 1, 1, command_fields},
     Command{"leggi", texts::kToolUsageRead, texts::kToolHelpRead, 4, 5, command_read},
     Command{"scrivi", texts::kToolUsageWrite, texts::kToolHelpWrite, 5, 6, command_write},

@@ -38,6 +38,7 @@ int command_card(const Arguments& arguments);       // scheda DIR FILE RECORD
 int command_index(const Arguments& arguments);      // isam DIR FILE cerca KEY|elenca|verifica
 int command_demo(const Arguments& arguments);       // demo DIR
 int command_period(const Arguments& arguments);     // periodo DIR ddmmyyyy KIND
+int command_year(const Arguments& arguments);       // anno DIR YEAR [--prova] [--si]
 int command_install(const Arguments& arguments);    // installa FILE DIR
 int command_slip(const Arguments& arguments);       // cedolino DIR CODE [--pdf FILE]
 int command_scenarios(const Arguments& arguments);  // scenario FILE...

@@ -9,6 +9,7 @@
 #include "nzutil/identities.h"
 #include "nzutil/process.h"
 #include "nzutil/run_output.h"
+#include "nzutil/year_opening.h"
 #include "records/dictionary/DIPX.h"
 #include "records/fields.h"
 #include "records/numbers.h"
@@ -62,6 +63,9 @@ void spoil(const Installation& installation, const Damage& damage) {
 }
 
 void prepare_run(Installation& installation, const ScenarioRun& run) {
+    if (run.opens_year != 0) {
+        write_year_opening(installation, prepare_year_opening(installation, run.opens_year));
+    }
     installation.write_period(run.period.date, run.period.kind);
     if (!run.fixed.empty()) {
         Description fixed_only;

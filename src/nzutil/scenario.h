@@ -39,6 +39,7 @@ struct Damage {
 /// One start of the program.
 struct ScenarioRun {
     PeriodEntry period;
+    int opens_year = 0;                        ///< opened before anything else of this run; 0: none
     FieldValues fixed;                         ///< yearly tables changed before this run
     std::map<int, EmployeeEntry> changes;      ///< by record: what changes before this run
     std::map<int, ExpectedEmployee> expected;  ///< by record

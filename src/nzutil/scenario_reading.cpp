@@ -5,6 +5,7 @@
 
 #include "nzutil/identities.h"
 #include "nzutil/scenario.h"
+#include "nzutil/year_opening.h"
 
 namespace nzutil {
 
@@ -184,14 +185,17 @@ ScenarioRun read_first_run(const Document& document, Description& description) {
 
 ScenarioRun read_later_run(const Document& document, const YAML::Node& node,
                            const Description& description) {
-    document.expect_keys(node, {"periodo", "fissi", "dipendente", "risposte", "uscita", "attesi",
-                                "attesi_righe", "attesi_mesi", "attesi_archivio", "attesi_lista",
-                                "attesi_riquadri", "attesi_fissi", "attesi_ditta"});
+    document.expect_keys(node, {"periodo", "apri_anno", "fissi", "dipendente", "risposte", "uscita",
+                                "attesi", "attesi_righe", "attesi_mesi", "attesi_archivio",
+                                "attesi_lista", "attesi_riquadri", "attesi_fissi", "attesi_ditta"});
     ScenarioRun run;
     if (!node["periodo"]) {
         document.fail(node, texts::kToolExpectedTitle, {"periodo"});
     }
     run.period = read_period(document, node["periodo"]);
+    if (node["apri_anno"]) {
+        run.opens_year = document.whole(node["apri_anno"], kFirstOpenedYear, kLastOpenedYear);
+    }
     if (node["fissi"]) {
         run.fixed = document.fields(node["fissi"], Area::FISX);
     }

@@ -158,6 +158,43 @@ inline constexpr Text kToolExpectedReason{Kind::tool,
 inline constexpr Text kWordCalculated{Kind::tool, "elaborato"};
 inline constexpr Text kWordAlready{Kind::tool, "già"};
 
+// anno
+inline constexpr Text kToolUsageYear{Kind::tool, "anno DIR ANNO [--prova] [--si]"};
+inline constexpr Text kToolHelpYear{
+    Kind::tool, "apre un anno: riporta ciò che lascia dicembre e azzera i progressivi"};
+inline constexpr Text kToolYearEmployee{Kind::tool, "{} {}: reddito {}, "};
+inline constexpr Text kToolYearCarried{
+    Kind::tool, "addizionali regionale {} e comunale {}, TFR {} (rivalutazione {})"};
+inline constexpr Text kToolYearLeft{Kind::tool, "cessato: addizionali e TFR non si riportano"};
+inline constexpr Text kToolYearHasSlip{Kind::tool, "{}: ha già un cedolino del {}, resta com'è"};
+inline constexpr Text kToolYearSum{
+    Kind::tool, "Dipendenti da aprire: {}; senza nulla da aprire: {}; con cedolini dell'anno: {}."};
+inline constexpr Text kToolYearTrial{Kind::tool, "Prova: non è stato scritto nulla."};
+inline constexpr Text kToolYearQuestion{Kind::tool, "Aprire il {}? (si/no) "};
+inline constexpr Text kToolYearLeftAlone{Kind::tool, "Non è stato scritto nulla."};
+inline constexpr Text kToolYearOpened{Kind::tool, "Anno {} aperto per {} dipendenti."};
+inline constexpr Text kToolAndMore{Kind::tool, "{} e altri {}"};
+inline constexpr Text kToolYearOpen{Kind::tool, "Il {} è già aperto."};
+inline constexpr Text kToolYearBegun{
+    Kind::tool,
+    "Il {} è già cominciato: ci sono cedolini di quell'anno e nessun anno da chiudere."};
+inline constexpr Text kToolNoFormerYear{Kind::tool,
+                                        "Nel {} non c'è nessun cedolino: il {} non si può aprire."};
+inline constexpr Text kToolYearSkipped{
+    Kind::tool, "Il {} non è mai stato aperto per {}: aprire prima quell'anno."};
+inline constexpr Text kToolDecemberMissing{
+    Kind::tool,
+    "Il {} non è chiuso: manca il cedolino ordinario di dicembre di {}. Calcolarlo, o registrare "
+    "la cessazione (P017)."};
+inline constexpr Text kToolNoDecemberIndex{
+    Kind::tool,
+    "Manca l'indice dei prezzi di dicembre {} (F034), pubblicato a gennaio: serve per rivalutare "
+    "il TFR. Registrarlo nelle tabelle annuali prima di aprire l'anno."};
+inline constexpr Text kToolNoBaseIndex{
+    Kind::tool,
+    "Manca l'indice dei prezzi al 31 dicembre {} (F021): serve per rivalutare il TFR. Registrarlo "
+    "nelle tabelle annuali prima di aprire l'anno."};
+
 // cedolino
 inline constexpr Text kToolUsageSlip{Kind::tool, "cedolino DIR CODICE [--pdf FILE]"};
 inline constexpr Text kToolHelpSlip{Kind::tool, "mostra il cedolino calcolato di un dipendente"};
