@@ -6,8 +6,8 @@
 #include "records/dictionary/DITX.h"
 #include "records/fields.h"
 #include "records/numbers.h"
+#include "slip/operator_wage.h"
 #include "slip/slip.h"
-#include "slip/slip_lines.h"
 
 namespace ModSWCALM {
 

@@ -20,6 +20,7 @@
 #include "slip/seniority.h"
 #include "slip/slip.h"
 #include "slip/slip_lines.h"
+#include "slip/slip_table.h"
 
 namespace ModSWCALM {
 

@@ -8,7 +8,7 @@
 #include "records/dictionary/DIPX.h"
 #include "records/fields.h"
 #include "records/numbers.h"
-#include "slip/slip_lines.h"
+#include "slip/slip_table.h"
 
 namespace ModSWCALM {
 

@@ -17,8 +17,9 @@
 #include "records/numbers.h"
 #include "slip/contract.h"
 #include "slip/fixed_data.h"
+#include "slip/line_accumulators.h"
 #include "slip/slip.h"
-#include "slip/slip_lines.h"
+#include "slip/slip_table.h"
 
 namespace ModSWCALM {
 

@@ -14,8 +14,9 @@
 #include "records/dictionary/FISX.h"
 #include "records/fields.h"
 #include "records/numbers.h"
+#include "slip/one_off_2022.h"
+#include "slip/percentage_items.h"
 #include "slip/slip.h"
-#include "slip/slip_lines.h"
 #include "tax/income_tax.h"
 #include "tax/surtaxes.h"
 

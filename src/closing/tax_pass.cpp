@@ -16,9 +16,9 @@
 #include "severance/advances.h"
 #include "severance/pension_funds.h"
 #include "severance/tfr.h"
+#include "slip/percentage_items.h"
 #include "slip/seniority.h"
 #include "slip/slip.h"
-#include "slip/slip_lines.h"
 #include "tax/income_tax.h"
 #include "tax/relief.h"
 

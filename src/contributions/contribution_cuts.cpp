@@ -13,7 +13,6 @@
 #include "records/fields.h"
 #include "records/numbers.h"
 #include "slip/slip.h"
-#include "slip/slip_lines.h"
 
 namespace ModSwCalm2 {
 

@@ -11,7 +11,7 @@
 #include "records/dictionary/FOTX.h"
 #include "records/fields.h"
 #include "records/numbers.h"
-#include "slip/slip_lines.h"
+#include "slip/slip_table.h"
 #include "tests/support/archive_directory.h"
 #include "tests/support/record_areas.h"
 

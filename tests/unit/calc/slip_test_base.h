@@ -14,7 +14,7 @@
 #include "records/dictionary/SETX.h"
 #include "records/fields.h"
 #include "slip/slip.h"
-#include "slip/slip_lines.h"
+#include "slip/slip_table.h"
 #include "tests/support/record_areas.h"
 #include "tests/support/scripted_window.h"
 

@@ -12,7 +12,6 @@
 #include "records/dictionary/FOTX.h"
 #include "records/dictionary/SETX.h"
 #include "records/numbers.h"
-#include "slip/slip_lines.h"
 #include "tests/support/archive_directory.h"
 #include "tests/unit/contributions/slip_fixture.h"
 

@@ -1,0 +1,108 @@
+#include "slip/cut_lines.h"
+
+#include <string>
+
+#include "context/period.h"
+#include "context/trace.h"
+#include "records/dictionary/DIPX.h"
+#include "records/dictionary/FOTX.h"
+#include "records/fields.h"
+#include "records/numbers.h"
+#include "slip/item_formula.h"
+#include "slip/slip.h"
+#include "slip/slip_table.h"
+
+namespace ModSWCALM {
+
+using namespace MXREPOSITORY;
+using namespace MXLIBRERIA;
+
+namespace {
+
+constexpr double kCutOf2022 = 0.8;         // percent, L. 234/2021, art. 1, c. 121
+constexpr double kCutFromOctober2022 = 1;  // percent, in the months from 202210
+constexpr double kCut3 = 3;                // percent, L. 197/2022, art. 1, c. 281
+constexpr double kCut2 = 2;
+constexpr double kFirstWageLimit = 1923;
+constexpr double kWageLimit = 2692;
+
+bool left_out_of_the_cut(int code) {
+    return code == 59 || code == 60 || code == 74;
+}
+
+/// Contribution wage of the excluded lines and of the extra months; a deduction takes off. An item
+/// that is neither earning nor deduction, or of no social class, does not count. An item whose
+/// formula reads the months of the thirteenth (Q164) or fourteenth (Q165) is theirs, whatever its
+/// code.
+void sum_lines_of_the_cut() {
+    slip.items_59_60_74 = 0;
+    slip.thirteenth_wage = 0;
+    slip.fourteenth_wage = 0;
+    walk_lines([](int, int code, const std::string& line) {
+        if (num(Z011) > 1 || num(Z014) == 0) {
+            return true;
+        }
+        const double amount = num(Z011) == 1 ? -line_amount(line) : line_amount(line);
+        if (formula_reads("Q164")) {
+            slip.thirteenth_wage = importo(slip.thirteenth_wage + amount);
+        } else if (formula_reads("Q165")) {
+            slip.fourteenth_wage = importo(slip.fourteenth_wage + amount);
+        } else if (left_out_of_the_cut(code)) {
+            slip.items_59_60_74 = importo(slip.items_59_60_74 + amount);
+        }
+        return true;
+    });
+    slip.extra_month_wage = importo(slip.thirteenth_wage + slip.fourteenth_wage);
+}
+
+double percent_of(double wage, double percent) {
+    return wage * percent / 100;
+}
+
+/// The employee's percentages: pension, item 3, apprentices, each if its switch is on.
+double employee_percentage_sum() {
+    return (num(P181) == 1 ? slip.PCTCONTR[1] : 0) + (num(P183) == 1 ? slip.PCTCONTR[3] : 0) +
+           (num(P188) == 1 ? slip.PCTCONTR[8] : 0);
+}
+
+/// One extra month: 3 percent up to the first limit, 2 percent below the second.
+void cut_of_extra_month(double wage, const Descriptor& at_three, const Descriptor& at_two) {
+    if (wage <= kFirstWageLimit) {
+        scrivi(at_three, percent_of(wage, kCut3));
+    } else if (wage < kWageLimit) {
+        scrivi(at_two, percent_of(wage, kCut2));
+    }
+}
+
+}  // namespace
+
+void sum_reduction_items() {
+    TRACCIA("sum_reduction_items");
+    sum_lines_of_the_cut();
+    scrivi(PB11, slip.items_59_60_74);
+    scrivi(PB09, slip.extra_month_wage);
+    if (period.yyyymm() < 202210) {
+        scrivi(PB10, percent_of(slip.items_59_60_74, kCutOf2022));
+        scrivi(PB07, percent_of(slip.extra_month_wage, kCutOf2022));
+    } else if (period.year() == 2022) {
+        scrivi(PB15, percent_of(slip.items_59_60_74, kCutFromOctober2022));
+        scrivi(PB16, percent_of(slip.extra_month_wage, kCutFromOctober2022));
+    }
+}
+
+void sum_extra_month_items() {
+    TRACCIA("sum_extra_month_items");
+    sum_lines_of_the_cut();
+    scrivi(PB11, slip.items_59_60_74);
+    if (num(PB05) != 0) {
+        const double wage = num(P240) - slip.items_59_60_74 - slip.extra_month_wage;
+        scrivi(PB26, percent_of(wage, employee_percentage_sum() / 2));
+        return;
+    }
+    if (period.year() == 2023) {
+        cut_of_extra_month(slip.thirteenth_wage, PB28, PB16);
+        cut_of_extra_month(slip.fourteenth_wage, PB27, PB17);
+    }
+}
+
+}  // namespace ModSWCALM

@@ -1,0 +1,15 @@
+#pragma once
+// Lines that the contribution cut tells apart. Read as the evaluation has left them.
+
+namespace ModSWCALM {
+
+/// Contribution cut of 2022: wage of the lines 59, 60, 74 (PB11) and of the extra months (PB09)
+/// with its percentage (PB10, PB07; from October 2022 PB15, PB16). Leaves the wages in the slip,
+/// too. L. 234/2021, art. 1, c. 121
+void sum_reduction_items();
+/// Contribution cut from 2023: the same wages, and what the extra months are due (PB16, PB17, PB27,
+/// PB28, in 2023 only). PB26 of those whose contributions are halved (PB05 not 0). L. 197/2022,
+/// art. 1, c. 281; L. 234/2021, art. 1, c. 137
+void sum_extra_month_items();
+
+}  // namespace ModSWCALM
