@@ -10,6 +10,7 @@
 #include "context/trace.h"
 #include "context/utilities.h"
 #include "files/logical_files.h"
+#include "files/recovery_slot.h"
 #include "history/year_totals.h"
 #include "platform/window.h"
 #include "records/dictionary/DIPX.h"
@@ -31,11 +32,14 @@ using namespace MXLIBRERIA;
 namespace {
 
 constexpr double kCompanyFile = 1;
+constexpr double kEmployeeFile = 2;
 constexpr double kPeriodFile = 6;
 constexpr double kSectorFile = 8;
 constexpr double kFixedDataFile = 19;
 constexpr double kNoCompany = -1;
 constexpr double kDeleted = 99;
+/// A fall of the current costs the slips of so many entries at most.
+constexpr std::size_t kEntriesBetweenSyncs = 200;
 
 [[noreturn]] void end_run_with(const std::string& message) {
     MSG(message);
@@ -96,7 +100,8 @@ void write_back_company() {
         return;
     }
     blank_all_zero({T488, T489, T490, T491});
-    SCRIVIREC(kCompanyFile, company.DITTACORRENTE, as_record(kCompanyFile, area(Area::DITX)));
+    write_whole_record(kCompanyFile, company.DITTACORRENTE,
+                       as_record(kCompanyFile, area(Area::DITX)));
 }
 
 [[noreturn]] void end_run_without_sector(double number) {
@@ -113,7 +118,7 @@ bool read_sector() {
     area(Area::SETX) = record_buffer(kSectorFile);
     if (num(T714) == 1 && num(S332) == 0 && period.year() == 2014) {
         scrivi(S332, 0.33);
-        SCRIVIREC(kSectorFile, sector, as_record(kSectorFile, area(Area::SETX)));
+        write_whole_record(kSectorFile, sector, as_record(kSectorFile, area(Area::SETX)));
         LEGGIREC(kSectorFile, sector);
         area(Area::SETX) = record_buffer(kSectorFile);
     }
@@ -161,7 +166,10 @@ void walk_selection() {
             change_company(entry->company);
         }
         calculate_entry(*entry);
-        platform::window().progress(++done, total);
+        if (++done % kEntriesBetweenSyncs == 0) {
+            sync_file(kEmployeeFile);
+        }
+        platform::window().progress(done, total);
     }
     write_back_company();
 }

@@ -12,6 +12,7 @@
 #include "context/trace.h"
 #include "context/utilities.h"
 #include "files/logical_files.h"
+#include "files/recovery_slot.h"
 #include "history/slip_images.h"
 #include "records/dictionary/DIPX.h"
 #include "records/dictionary/DITX.h"
@@ -111,7 +112,8 @@ constexpr std::array kSavedResults{
     Saved{P278, P250}, Saved{P279, Q162}, Saved{P280, Q163}};
 
 void write_employee() {
-    SCRIVIREC(kEmployeeFile, slip.employee_record, as_record(kEmployeeFile, area(Area::DIPX)));
+    write_whole_record(kEmployeeFile, slip.employee_record,
+                       as_record(kEmployeeFile, area(Area::DIPX)));
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <array>
 
 #include "files/logical_files.h"
+#include "files/recovery_slot.h"
 #include "records/dictionary/FISX.h"
 #include "records/fields.h"
 
@@ -37,7 +38,7 @@ constexpr std::array kDatedDefaults{
 };
 
 void rewrite_fixed_data() {
-    SCRIVIREC(kFixedDataFile, 1, as_record(kFixedDataFile, area(Area::FISX)));
+    write_whole_record(kFixedDataFile, 1, as_record(kFixedDataFile, area(Area::FISX)));
     LEGGIREC(kFixedDataFile, 1);
     area(Area::FISX) = record_buffer(kFixedDataFile);
 }

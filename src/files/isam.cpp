@@ -8,6 +8,7 @@
 #include "context/messages.h"
 #include "context/trace.h"
 #include "files/logical_files.h"
+#include "files/recovery_slot.h"
 #include "platform/failure.h"
 #include "records/numbers.h"
 #include "texts/texts.h"
@@ -446,7 +447,10 @@ double ISAM(double n, const std::string& key, double operation, double record) {
         }
         return 0;
     }
-    return found->run(n, key, record);
+    SlotStep blocks;
+    const double result = found->run(n, key, record);
+    blocks.commit();
+    return result;
 }
 
 }  // namespace MXLIBRERIA

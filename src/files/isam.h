@@ -12,7 +12,8 @@
 // split: a full one is failure 9, raised before anything of that insertion is written.
 //
 // Blocks are written in such an order that after a failure between two writes every key is found
-// as before the operation or as after it.
+// as before the operation or as after it. In a run they are one step of the recovery slot, so that
+// a kill leaves all of them or none.
 
 #include <array>
 #include <cstdint>

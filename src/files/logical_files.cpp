@@ -12,6 +12,7 @@
 #include "context/failure_handler.h"
 #include "context/messages.h"
 #include "context/trace.h"
+#include "files/recovery_slot.h"
 #include "platform/failure.h"
 #include "records/numbers.h"
 #include "texts/texts.h"
@@ -81,6 +82,7 @@ void close(FileTable::Entry& file) {
     file.CANALI = 0;
     file.text.clear();
     file.text_position = 0;
+    file.unsynced = false;
 }
 
 /// Opens a path as the channel of an entry; the entry stays closed if that fails.
@@ -247,7 +249,17 @@ void trace_record(std::string_view procedure, double n, double record) {
     TRACCIA({name.data(), static_cast<std::size_t>(end - name.data())});
 }
 
-/// What reading and writing a record have in common; returns its 0-based position in the file.
+/// The 0-based position of a record in its file.
+std::uint64_t record_position(double n, double record) {
+    const double length = entry(n).LUNGHEZZE;
+    const double position = std::nearbyint(length * record - length);
+    if (!(position >= 0 && position <= kLastPosition)) {
+        fail(platform::kBadRecordNumber, n);
+    }
+    return static_cast<std::uint64_t>(position);
+}
+
+/// What reading and writing a record have in common; returns its position.
 std::uint64_t begin_record(double n, double record, std::string_view procedure) {
     FileTable::Entry& file = entry(n);
     file.ULTIMOREC = record;
@@ -255,11 +267,12 @@ std::uint64_t begin_record(double n, double record, std::string_view procedure) 
     if (static_cast<double>(file.RECORD.size()) != file.LUNGHEZZE) {
         fail(platform::kBadRecordLength, n);
     }
-    const double position = std::nearbyint(file.LUNGHEZZE * record - file.LUNGHEZZE);
-    if (!(position >= 0 && position <= kLastPosition)) {
-        fail(platform::kBadRecordNumber, n);
-    }
-    return static_cast<std::uint64_t>(position);
+    return record_position(n, record);
+}
+
+void write_at(double n, std::uint64_t position, std::string_view bytes) {
+    open_channel_of(n).write_at(position, bytes);
+    entry(n).unsynced = true;
 }
 
 }  // namespace
@@ -313,6 +326,7 @@ void CHIUDI(double n) {
         close(entry(std::abs(n)));
         return;
     }
+    close_recovery_slot();
     for (FileTable::Entry& file : file_table.entries) {
         close(file);
     }
@@ -343,6 +357,10 @@ void SCRIVIRIGA(double n, const std::string& line) {
 double LEGGIREC(double n, double record) {
     const std::uint64_t position = begin_record(n, record, "LEGGIREC (");
     std::string& buffer = record_buffer(n);
+    if (read_from_step(n, record, buffer)) {
+        file_table.last_read = 0;
+        return 0;
+    }
     const std::size_t got = open_channel_of(n).read_at(position, buffer.data(), buffer.size());
     std::fill(buffer.begin() + static_cast<std::ptrdiff_t>(got), buffer.end(), ' ');
     file_table.last_read = got < buffer.size() ? 1 : 0;
@@ -358,7 +376,24 @@ void SCRIVIREC(double n, double record, const std::string& text) {
         }
         buffer = text;
     }
-    open_channel_of(n).write_at(position, buffer);
+    if (!recovery_slot.step_open) {
+        write_at(n, position, buffer);
+        return;
+    }
+    open_channel_of(n);  // A closed file is told now, and not at the end of the step.
+    add_to_step(n, record, buffer);
+}
+
+void write_record_bytes(double n, double record, std::string_view bytes) {
+    write_at(n, record_position(n, record), bytes);
+}
+
+void sync_file(double n) {
+    FileTable::Entry& file = entry(n);
+    if (file.unsynced && file.channel != nullptr) {
+        file.channel->sync();
+        file.unsynced = false;
+    }
 }
 
 double VERBASE(double n) {
@@ -395,7 +430,7 @@ void RICREAFILE(double n) {
 }
 
 double file_length(double n) {
-    return static_cast<double>(open_channel_of(n).length());
+    return std::max(static_cast<double>(open_channel_of(n).length()), end_in_step(n));
 }
 
 void APRISEMA() {

@@ -13,6 +13,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "platform/file_system.h"
 
@@ -39,6 +40,7 @@ struct FileTable : PlaceholderValues {
         std::unique_ptr<platform::Channel> channel;
         std::string text;                 ///< content of a text file opened for input
         std::uint64_t text_position = 0;  ///< next byte of a text file
+        bool unsynced = false;            ///< holds records that sync_file has not seen
     };
     std::array<Entry, kLogicalFiles + 1> entries;
     double last_length = 0;  ///< record length of the last DAMMIFILE$; 0 where it is no number
@@ -78,6 +80,7 @@ void SCRIVIRIGA(double n, const std::string& line);
 /// the record length, 52 on a closed file, 63 for a record number below 1.
 double LEGGIREC(double n, double record);
 /// Writes `text` (or the buffer, if it is empty); its length must be the record length (else 59).
+/// Inside a step of the recovery slot it reaches the file at the end of the step.
 void SCRIVIREC(double n, double record, const std::string& text = {});
 
 /// 1 if the file exists and is not empty, else 0.
@@ -86,8 +89,14 @@ void SCRIVIREC(double n, double record, const std::string& text = {});
 void ELIMINA(double n);
 /// ELIMINA, then FAIOPEN, which here makes the file: it stands empty and open.
 void RICREAFILE(double n);
-/// Length in bytes of the open file n.
+/// Length in bytes of the open file n, with the records of a step that is under way.
 [[nodiscard]] double file_length(double n);
+
+/// Bytes of a record to their place in the open file n, past buffer and trace: for the recovery
+/// slot alone.
+void write_record_bytes(double n, double record, std::string_view bytes);
+/// Makes what was written to the open file n since the last call outlive a fall of the current.
+void sync_file(double n);
 
 /// Takes and releases the semaphore NZSEMA.DAT (logical file 16) shared with the suite. Waits as
 /// long as another program holds it; failure 75 where the user's rights do not let it be opened at

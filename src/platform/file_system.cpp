@@ -141,6 +141,17 @@ class MachineChannel final : public Channel {
         return static_cast<std::uint64_t>(status.st_size);
     }
 
+    void sync() override {
+        while (::fdatasync(descriptor_.get()) != 0) {
+            if (errno == EINVAL || errno == EROFS) {
+                return;
+            }
+            if (errno != EINTR) {
+                fail_with_errno(errno, path_);
+            }
+        }
+    }
+
   private:
     Descriptor descriptor_;
     std::string path_;

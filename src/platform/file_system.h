@@ -26,6 +26,9 @@ class Channel {
     virtual std::size_t read_at(std::uint64_t position, char* buffer, std::size_t buffer_size) = 0;
     virtual void write_at(std::uint64_t position, std::string_view bytes) = 0;
     [[nodiscard]] virtual std::uint64_t length() = 0;
+    /// Returns when the written bytes would outlive a fall of the current. A file that cannot be
+    /// held to it (a pipe, a device) is left as it is.
+    virtual void sync() = 0;
 };
 
 enum class OpenMode {

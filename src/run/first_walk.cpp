@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "calc/selection.h"
 #include "context/messages.h"
@@ -13,6 +14,7 @@
 #include "context/utilities.h"
 #include "files/isam.h"
 #include "files/logical_files.h"
+#include "files/recovery_slot.h"
 #include "history/year_totals.h"
 #include "platform/failure.h"
 #include "platform/window.h"
@@ -148,44 +150,26 @@ void clear_month_cells(double employee) {
     area(Area::DICX).clear();
 }
 
-/// January: the sums of the year start again, and so do the yearly totals unless this month's slip
-/// of an entertainment worker has moved them already.
-void open_year() {
+/// January: the sums of the year start again.
+void clear_year_sums() {
+    if (period.month() == 1) {
+        azzera(serie(Q641, Q657));
+        azzera({Q276, Q277});
+        azzera(serie(Q658, Q668));
+        azzera({Q670});
+    }
+}
+
+/// So do the yearly totals, unless this month's slip of an entertainment worker has moved them
+/// already.
+void open_yearly_totals() {
     if (period.month() != 1) {
         return;
     }
     const double payment_month = valore(ritaglia(testo(Q179), 3, 2));
-    azzera(serie(Q641, Q657));
-    azzera({Q276, Q277});
-    azzera(serie(Q658, Q668));
-    azzera({Q670});
     const bool repeated_slip = payment_month == period.month() && num(P168) > 1;
     if (!repeated_slip && num(P119) != 1) {
         ModElaboraStorico::update_yearly_totals();
-    }
-}
-
-// ---- Before-image ----
-
-void append_before_image(const std::string& key, const std::string& before_image) {
-    APRISEMA();
-    const double number =
-        TRONCA(file_length(kBeforeImages) / static_cast<double>(before_image.size())) + 1;
-    SCRIVIREC(kBeforeImages, number, before_image);
-    ISAM(kBeforeImageIndex, key, kIsamInsert, number);
-    CHIUDISEMA();
-}
-
-/// Keeps the employee's record as it stood before the run. A refusal of the index (0) has been
-/// shown and is neither a find nor a miss: nothing is kept then.
-void keep_before_image(const std::string& before_image) {
-    constexpr double kMissing = -1;
-    const std::string key = testo(P001);
-    const double number = ISAM(kBeforeImageIndex, key, kIsamSearch, 0);
-    if (number == kMissing) {
-        append_before_image(key, before_image);
-    } else if (number > 0) {
-        SCRIVIREC(kBeforeImages, number, before_image);
     }
 }
 
@@ -217,18 +201,62 @@ void clear_fund_deduction() {
     }
 }
 
+// ---- Before-image ----
+
+/// The semaphore stays taken until the employee's step is in the files.
+void append_before_image(const std::string& key, const std::string& before_image) {
+    APRISEMA();
+    const double number =
+        TRONCA(file_length(kBeforeImages) / static_cast<double>(before_image.size())) + 1;
+    SCRIVIREC(kBeforeImages, number, before_image);
+    ISAM(kBeforeImageIndex, key, kIsamInsert, number);
+}
+
+/// Has the image on file been kept by a run that was killed after it had prepared the employee?
+/// Then nothing is left to be cleared, and clearing that image gives the record as it stands: it is
+/// the one from before the calculation, and stays.
+bool image_of_begun_calculation(double number, const std::string& before_image) {
+    const std::string prepared = area(Area::DIPX);
+    if (prepared != before_image || LEGGIREC(kBeforeImages, number) == 1) {
+        return false;
+    }
+    area(Area::DIPX) = record_buffer(kBeforeImages);
+    clear_year_sums();
+    clear_fund_deduction();
+    const std::string from_image = std::exchange(area(Area::DIPX), prepared);
+    return from_image == prepared;
+}
+
+/// Keeps the employee's record as it stood before the run; the area holds the prepared one. A
+/// refusal of the index (0) has been shown and is neither a find nor a miss: nothing is kept then.
+void keep_before_image(const std::string& before_image) {
+    constexpr double kMissing = -1;
+    const std::string key = testo(P001);
+    const double number = ISAM(kBeforeImageIndex, key, kIsamSearch, 0);
+    if (number == kMissing) {
+        append_before_image(key, before_image);
+    } else if (number > 0 && !image_of_begun_calculation(number, before_image)) {
+        SCRIVIREC(kBeforeImages, number, before_image);
+    }
+}
+
 // ---- One entry ----
 
-/// Brings the employee's record to where the calculation of the month starts from.
+/// Brings the employee's record to where the calculation of the month starts from. Before-image,
+/// its index entry and the record are one step: an employee is prepared whole or not at all.
 void prepare_employee(const SelectionEntry& entry, const std::string& before_image) {
     clear_month_cells(entry.employee_record);
-    open_year();
+    clear_year_sums();
+    open_yearly_totals();
     area(Area::FOPX).clear();
     ModSwCalm2::AZZERACONTRIBUTOFP(period.month());
-    keep_before_image(before_image);
     clear_fund_deduction();
     ModSwCalm2::INCREMENTAMESIFP();
+    SlotStep step;
+    keep_before_image(before_image);
     SCRIVIREC(kEmployees, entry.employee_record, as_record(kEmployees, area(Area::DIPX)));
+    step.commit();
+    CHIUDISEMA();
 }
 
 void walk_entry(const SelectionEntry& entry, double& last_company) {
@@ -278,6 +306,9 @@ void first_walk() {
         walk_entry(*entry, last_company);
         platform::window().progress(++done, total);
     }
+    sync_recovery_slot();
+    sync_file(kBeforeImages);
+    sync_file(kBeforeImageIndex);
 }
 
 }  // namespace ModSWCALM

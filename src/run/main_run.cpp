@@ -11,6 +11,7 @@
 #include "context/trace.h"
 #include "context/utilities.h"
 #include "files/logical_files.h"
+#include "files/recovery_slot.h"
 #include "history/quadri.h"
 #include "history/slip_images.h"
 #include "platform/failure.h"
@@ -20,6 +21,7 @@
 #include "records/numbers.h"
 #include "run/first_walk.h"
 #include "run/form.h"
+#include "run/killed_run.h"
 #include "run/load_environment.h"
 #include "run_end/end_of_run.h"
 #include "severance/pension_funds.h"
@@ -103,7 +105,7 @@ constexpr std::array<DatedParameter, 3> kDatedParameters{{
 
 void correct_yearly_tables() {
     correct_dated_parameters();
-    SCRIVIREC(kYearlyTables, 1, as_record(kYearlyTables, area(Area::FISX)));
+    write_whole_record(kYearlyTables, 1, as_record(kYearlyTables, area(Area::FISX)));
     read_yearly_tables();
 }
 
@@ -209,6 +211,7 @@ void MAIN() {
     load_regional_table();
     read_installation();
     show_window();
+    finish_killed_run();
     open_files();
     read_yearly_tables();
     prepare_by_period();

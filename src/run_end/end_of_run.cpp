@@ -6,6 +6,7 @@
 #include "context/messages.h"
 #include "context/trace.h"
 #include "context/utilities.h"
+#include "files/logical_files.h"
 #include "history/quadri.h"
 #include "history/slip_images.h"
 #include "platform/failure.h"
@@ -21,6 +22,8 @@ using platform::Control;
 using platform::window;
 
 namespace {
+
+constexpr double kEmployeeFile = 2;
 
 [[noreturn]] void end_program() {
     close_all_files();
@@ -67,6 +70,7 @@ void show_final_message() {
 
 void FINEPROG() {
     TRACCIA("FINEPROG");
+    sync_file(kEmployeeFile);
     if (window().line_count() == 0) {
         end_program();
     }

@@ -141,6 +141,13 @@ inline constexpr Text kAdvanceQuestionRest{
     "\rESEGUIRE LA SCELTA 'Calcolo e stampa addizionale acconto comunale'\rIL PROGRAMMA PRENDE IN "
     "ESAME TUTTI I DIPENDENTI IN FORZA IN ANNO\rCORRENTE E CALCOLA L'ACCONTO COMUNALE"};
 
+/// What the next start has finished for a run that was killed: the employee's line, or file and
+/// record, and this status.
+inline constexpr Text kFinishedStep{
+    Kind::line, ":completata la scrittura lasciata a metà dall'elaborazione precedente"};
+inline constexpr Text kFinishedFile{Kind::line, "Archivio "};
+inline constexpr Text kFinishedRecord{Kind::line, " record "};
+
 // First walk
 inline constexpr Text kMissingCompany{Kind::box, "MANCA DITTA "};
 
