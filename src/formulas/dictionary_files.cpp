@@ -32,7 +32,7 @@ constexpr double kLastDictionaryRecord = 10000;
 constexpr double kHighestSlot = 4099;
 constexpr const char* kEmptyIndex = "00000";
 
-/// Slots of the names with two letters: PA12 is 2012, TB03 is 3003.
+/// Slots of the names with two letters: PA48 is 2048, TB03 is 3003.
 struct SecondLetter {
     char letter;
     double slots;

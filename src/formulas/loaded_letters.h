@@ -6,7 +6,7 @@
 
 namespace MXREPOSITORY {
 
-/// Slot of a code in its letter's range: 17 for P017, 2012 for PA12.
+/// Slot of a code in its letter's range: 17 for P017, 2048 for PA48.
 [[nodiscard]] double slot_of(std::string_view code);
 
 /// Base of a letter in the table; -1 for a letter that is not loaded.

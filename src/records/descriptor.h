@@ -8,7 +8,7 @@
 //   13-14      length       width in characters, 01 to 99
 //   16         type         N whole, A text, D date or digits, 0 digits, 2-6 so many decimals
 //   18         flag         0 or 1, carried and not read
-//   20-23      code         short name of the field, as P017 or PA12
+//   20-23      code         short name of the field, as P017 or PA48
 //
 // The constants (one per field, under its code) are generated from the data files in
 // records/dictionary/ and cut at compile time.
