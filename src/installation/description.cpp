@@ -1,12 +1,14 @@
+// From what a document says to the records of an installation.
+
 #include "installation/description.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <functional>
 
 #include "files/isam.h"
 #include "installation/field_value.h"
+#include "installation/years.h"
 #include "records/dictionary/CONX.h"
 #include "records/dictionary/DIPX.h"
 #include "records/dictionary/DITX.h"
@@ -21,165 +23,7 @@ namespace {
 using MXREPOSITORY::Area;
 using MXREPOSITORY::Descriptor;
 
-constexpr int kSlipLines = 100;
-constexpr int kFormulaCells = 100;
-constexpr std::size_t kCellWidth = 11;
-constexpr std::size_t kLineWidth = 35;
-constexpr int kLargestItem = 998;
-constexpr int kBracketRecords = 10;
 constexpr std::string_view kNoMoreLines = " 999";
-
-// ---- Reading ----
-
-std::vector<BracketEntry> read_brackets(const Document& document, const YAML::Node& node) {
-    if (!node.IsSequence()) {
-        document.fail(node, texts::kToolExpectedBrackets);
-    }
-    std::vector<BracketEntry> brackets;
-    for (const YAML::Node& pair : node) {
-        if (!pair.IsSequence() || pair.size() != 2) {
-            document.fail(pair, texts::kToolExpectedBrackets);
-        }
-        brackets.push_back({document.number(pair[0], 2), document.number(pair[1], 2)});
-    }
-    return brackets;
-}
-
-std::vector<RegionEntry> read_regions(const Document& document, const YAML::Node& node) {
-    std::vector<RegionEntry> regions;
-    document.each(
-        node, [&](const std::string& code, const YAML::Node& key_node, const YAML::Node& brackets) {
-            if (code.size() != 2) {
-                document.fail(key_node, texts::kToolExpectedRegion, {code});
-            }
-            regions.push_back({code, read_brackets(document, brackets)});
-            if (regions.back().brackets.size() > 5) {
-                document.fail(brackets, texts::kToolExpectedFiveBrackets);
-            }
-        });
-    return regions;
-}
-
-/// A record with its fields: {record: n, campi: {...}}, or the fields alone.
-RecordEntry read_record(const Document& document, const YAML::Node& node, Area area) {
-    RecordEntry entry;
-    if (node.IsMap() && (node["campi"] || node["record"])) {
-        document.expect_keys(node, {"record", "campi"});
-        if (const YAML::Node record = node["record"]) {
-            entry.record = document.whole(record, 1, 999);
-        }
-        if (const YAML::Node fields = node["campi"]) {
-            entry.fields = document.fields(fields, area);
-        }
-        return entry;
-    }
-    entry.fields = document.fields(node, area);
-    return entry;
-}
-
-bool belongs_to_grade(const Descriptor& field) {
-    return MXREPOSITORY::SPOSTAMENTOOCCORRENZA(field, 2) != 0;
-}
-
-GradeEntry read_contract(const Document& document, const YAML::Node& node) {
-    document.expect_keys(node, {"record", "livello", "campi", "livelli"});
-    GradeEntry entry;
-    entry.record = node["record"] ? document.whole(node["record"], 1, 999) : 1;
-    const int grade = node["livello"] ? document.whole(node["livello"], 1, kGrades) : 1;
-    if (const YAML::Node fields = node["campi"]) {
-        for (FieldValue& value : document.fields(fields, Area::CONX)) {
-            if (belongs_to_grade(value.field)) {
-                entry.employee_grade = grade;
-                entry.grades[value.occurrence != 0 ? value.occurrence : grade].push_back(value);
-            } else {
-                entry.header.push_back(value);
-            }
-        }
-    }
-    if (const YAML::Node grades = node["livelli"]) {
-        document.each(grades, [&](const std::string& key, const YAML::Node& key_node,
-                                  const YAML::Node& fields) {
-            FieldValues& values = entry.grades[document.whole_key(key, key_node, 1, kGrades)];
-            for (const FieldValue& value : document.fields(fields, Area::CONX)) {
-                values.push_back(value);
-            }
-        });
-    }
-    return entry;
-}
-
-std::vector<std::string> read_formula(const Document& document, const YAML::Node& node) {
-    const std::vector<std::string> cells = document.list_of_texts(node);
-    if (cells.size() > kFormulaCells) {
-        document.fail(node, texts::kToolExpectedCells);
-    }
-    for (std::size_t i = 0; i < cells.size(); ++i) {
-        if (cells[i].empty() || cells[i].size() > kCellWidth) {
-            document.fail(node[i], texts::kToolExpectedCell);
-        }
-    }
-    return cells;
-}
-
-std::vector<ItemEntry> read_items(const Document& document, const YAML::Node& node) {
-    std::vector<ItemEntry> items;
-    document.each(node,
-                  [&](const std::string& key, const YAML::Node& key_node, const YAML::Node& value) {
-                      ItemEntry item;
-                      item.code = document.whole_key(key, key_node, 1, kLargestItem);
-                      item.fields = document.fields(value, Area::FOTX, {"formula"});
-                      if (const YAML::Node formula = value["formula"]) {
-                          item.formula = read_formula(document, formula);
-                      }
-                      items.push_back(std::move(item));
-                  });
-    return items;
-}
-
-std::vector<SlipLineEntry> read_lines(const Document& document, const YAML::Node& node) {
-    if (!node.IsSequence()) {
-        document.fail(node, texts::kToolExpectedList);
-    }
-    if (node.size() > kSlipLines) {
-        document.fail(node, texts::kToolExpectedLines);
-    }
-    std::vector<SlipLineEntry> lines;
-    for (const YAML::Node& element : node) {
-        document.expect_keys(element, {"voce", "quantita", "valore", "testo"});
-        SlipLineEntry line;
-        if (const YAML::Node raw = element["testo"]) {
-            line.raw = document.text(raw);
-            if (line.raw.size() > kLineWidth) {
-                document.fail(raw, texts::kToolExpectedLength, {std::to_string(kLineWidth)});
-            }
-        } else if (!element["voce"]) {
-            document.fail(element, texts::kToolExpectedItem);
-        } else {
-            line.item = document.whole(element["voce"], 0, 999);
-        }
-        if (const YAML::Node quantity = element["quantita"]) {
-            line.quantity = document.number(quantity, 2);
-        }
-        if (const YAML::Node rate = element["valore"]) {
-            line.rate = document.number(rate, 5);
-        }
-        lines.push_back(std::move(line));
-    }
-    return lines;
-}
-
-std::map<int, std::vector<std::string>> read_tables(const Document& document,
-                                                    const YAML::Node& node) {
-    std::map<int, std::vector<std::string>> tables;
-    document.each(node,
-                  [&](const std::string& key, const YAML::Node& key_node, const YAML::Node& rows) {
-                      const int file = document.whole_key(key, key_node, 1, 600);
-                      tables[file] = document.list_of_texts(rows);
-                  });
-    return tables;
-}
-
-// ---- Writing ----
 
 void store_all(const FieldValues& values, std::string& record) {
     for (const FieldValue& value : values) {
@@ -216,13 +60,17 @@ const FieldValue* value_of(const FieldValues& values, const Descriptor& field) {
     return found == values.end() ? nullptr : &*found;
 }
 
-/// Companies take the number that T001 gives them; what they leave open is as in company 1.
+/// Companies take the number that T001 gives them, else that of the selection's first; what they
+/// leave open is as in company 1.
 std::vector<int> apply_companies(Installation& installation, const Description& description) {
+    const std::vector<std::pair<int, int>> selection = installation.read_selection();
     std::vector<int> numbers;
     for (const RecordEntry& company : description.companies) {
         int number = company.record;
         if (const FieldValue* given = value_of(company.fields, MXREPOSITORY::T001)) {
             number = static_cast<int>(MXREPOSITORY::valore(given->value));
+        } else if (number == 0 && !selection.empty()) {
+            number = selection.front().first;
         }
         number = std::max(number, 1);
         std::string record = record_made_from(installation, kCompanies, number, 1);
@@ -400,20 +248,20 @@ void write_indexed(Installation& installation, int file, int index, const std::s
     }
 }
 
-/// Employees who name no contract or fund of their own are under the one that the document names.
-void join_contract_and_fund(const Description& description, const EmployeeEntry& employee,
+/// Employees who name no contract or fund of their own (`named`) are under the one that the
+/// document names, a fund only where there is one employee.
+void join_contract_and_fund(const Description& description, const FieldValues& named, bool alone,
                             std::string& record) {
     if (!description.contracts.empty() && description.contracts.back().employee_grade != 0 &&
-        value_of(employee.fields, MXREPOSITORY::P331) == nullptr) {
+        value_of(named, MXREPOSITORY::P331) == nullptr) {
         const GradeEntry& contract = description.contracts.back();
         store(MXREPOSITORY::P331, 0, std::to_string(contract.record), record);
-        if (value_of(employee.fields, MXREPOSITORY::P332) == nullptr) {
+        if (value_of(named, MXREPOSITORY::P332) == nullptr) {
             store(MXREPOSITORY::P332, 0, std::to_string(contract.employee_grade), record);
         }
     }
-    if (!description.funds.empty() && !description.funds.back().fields.empty() &&
-        description.employees.size() == 1 &&
-        value_of(employee.fields, MXREPOSITORY::P401) == nullptr) {
+    if (!description.funds.empty() && !description.funds.back().fields.empty() && alone &&
+        value_of(named, MXREPOSITORY::P401) == nullptr) {
         store(MXREPOSITORY::P401, 0, std::to_string(std::max(description.funds.back().record, 1)),
               record);
     }
@@ -425,22 +273,19 @@ std::string default_code(const Placement& place) {
            MXREPOSITORY::zeri_a_sinistra(std::to_string(place.record), 7);
 }
 
-void write_employee(Installation& installation, const Description& description,
-                    const EmployeeEntry& employee, const Placement& place,
-                    const EmployeeModel& model) {
-    std::string record = model.record;
-    store(MXREPOSITORY::P001, 0, default_code(place), record);
-    join_contract_and_fund(description, employee, record);
+/// Writes the employee over `record` and `months`, with what else the document says of him.
+void write_employee_files(Installation& installation, const Description& description,
+                          const EmployeeEntry& employee, int number, std::string record,
+                          std::string months) {
     store_all(employee.fields, record);
     if (employee.lines) {
         store_slip_lines(installation, *employee.lines, record);
     }
-    installation.write(kEmployees, place.record, record);
+    installation.write(kEmployees, number, record);
 
-    std::string months = model.months;
     store_all(description.months, months);
     store_all(employee.months, months);
-    installation.write(kTwelveMonths, place.record, months);
+    installation.write(kTwelveMonths, number, months);
 
     const std::string code = MXREPOSITORY::LEGGICAMPO(MXREPOSITORY::P001, 0, record);
     if (!employee.certificate.empty()) {
@@ -455,6 +300,16 @@ void write_employee(Installation& installation, const Description& description,
     }
 }
 
+void write_employee(Installation& installation, const Description& description,
+                    const EmployeeEntry& employee, const Placement& place,
+                    const EmployeeModel& model) {
+    std::string record = model.record;
+    store(MXREPOSITORY::P001, 0, default_code(place), record);
+    join_contract_and_fund(description, employee.fields, description.employees.size() == 1, record);
+    write_employee_files(installation, description, employee, place.record, std::move(record),
+                         model.months);
+}
+
 /// Company of the employees that name none: the document's first one, else that of the selection.
 int company_of_document(const Installation& installation, const std::vector<int>& companies) {
     if (!companies.empty()) {
@@ -465,101 +320,6 @@ int company_of_document(const Installation& installation, const std::vector<int>
 }
 
 }  // namespace
-
-PeriodEntry read_period(const Document& document, const YAML::Node& node) {
-    document.expect_keys(node, {"data", "tipo"});
-    PeriodEntry period;
-    if (!node["data"]) {
-        document.fail(node, texts::kToolExpectedDate, {""});
-    }
-    period.date = document.text(node["data"]);
-    const bool digits =
-        std::ranges::all_of(period.date, [](char c) { return c >= '0' && c <= '9'; });
-    if (period.date.size() != 8 || !digits) {
-        document.fail(node["data"], texts::kToolExpectedDate, {period.date});
-    }
-    if (const YAML::Node kind = node["tipo"]) {
-        const std::string text = document.text(kind);
-        if (text.size() != 1) {
-            document.fail(kind, texts::kToolExpectedKind, {text});
-        }
-        period.kind = text.front();
-    }
-    return period;
-}
-
-EmployeeEntry read_employee(const Document& document, const YAML::Node& node,
-                            const Keys& other_keys) {
-    EmployeeEntry employee;
-    employee.line = Document::line(node);
-    document.each(
-        node, [&](const std::string& key, const YAML::Node& key_node, const YAML::Node& value) {
-            if (key == "record") {
-                employee.record = document.whole(value, 1, 9999);
-            } else if (key == "ditta") {
-                employee.company = document.whole(value, 1, 999);
-            } else if (key == "campi") {
-                employee.fields = document.fields(value, Area::DIPX);
-            } else if (key == "righe") {
-                employee.lines = read_lines(document, value);
-            } else if (key == "mesi") {
-                employee.months = document.fields(value, Area::DICX);
-            } else if (key == "immagine") {
-                employee.before = document.fields(value, Area::DIPX);
-            } else if (key == "certificazione") {
-                employee.certificate = document.fields(value, Area::CUDX);
-            } else if (std::ranges::find(other_keys, key) == other_keys.end()) {
-                document.fail(key_node, texts::kToolExpectedKey,
-                              {"record, ditta, campi, righe, mesi, certificazione, immagine", key});
-            }
-        });
-    return employee;
-}
-
-Description read_description(const Document& document) {
-    Description result;
-    const YAML::Node& root = document.root();
-    const auto section = [&](const char* key, const auto& read) {
-        if (const YAML::Node node = root[key]) {
-            read(node);
-        }
-    };
-    const auto records = [&](std::vector<RecordEntry>& list, Area area) {
-        return [&document, &list, area](const YAML::Node& node) {
-            document.each_of(node, [&](const YAML::Node& element) {
-                list.push_back(read_record(document, element, area));
-            });
-        };
-    };
-    section("periodo", [&](const YAML::Node& n) { result.period = read_period(document, n); });
-    section("fissi", [&](const YAML::Node& n) { result.fixed = document.fields(n, Area::FISX); });
-    section("ditta", records(result.companies, Area::DITX));
-    section("settore", records(result.sectors, Area::SETX));
-    section("fondo", records(result.funds, Area::FOPX));
-    section("contratto", [&](const YAML::Node& n) {
-        document.each_of(n, [&](const YAML::Node& element) {
-            result.contracts.push_back(read_contract(document, element));
-        });
-    });
-    section("voci", [&](const YAML::Node& n) { result.items = read_items(document, n); });
-    section("scaglioni",
-            [&](const YAML::Node& n) { result.brackets = read_brackets(document, n); });
-    section("scaglioni_tfr",
-            [&](const YAML::Node& n) { result.severance_brackets = read_brackets(document, n); });
-    section("regioni", [&](const YAML::Node& n) { result.regions = read_regions(document, n); });
-    section("mesi", [&](const YAML::Node& n) { result.months = document.fields(n, Area::DICX); });
-    section("tabelle", [&](const YAML::Node& n) { result.tables = read_tables(document, n); });
-    section("utente", [&](const YAML::Node& n) {
-        document.expect_keys(n, {"nome", "codice_fiscale"});
-        if (n["nome"]) {
-            result.installation_name = document.text(n["nome"]);
-        }
-        if (n["codice_fiscale"]) {
-            result.installation_tax_code = document.text(n["codice_fiscale"]);
-        }
-    });
-    return result;
-}
 
 EmployeeModel model_employee(const Installation& installation) {
     return {record_or_empty(installation, kEmployees, 1),
@@ -589,6 +349,9 @@ std::string slip_line_text(const Installation& installation, const SlipLineEntry
 
 std::vector<Placement> apply(Installation& installation, const Description& description,
                              const EmployeeModel& model) {
+    if (description.year) {
+        apply(installation, year_tables(*description.year), model);
+    }
     apply_user(installation, description);
     apply_tables(installation, description);
     const std::vector<int> companies = apply_companies(installation, description);
@@ -617,18 +380,12 @@ std::vector<Placement> apply(Installation& installation, const Description& desc
     return places;
 }
 
-void apply_to_employee(Installation& installation, int record, const EmployeeEntry& employee) {
+void change_employee(Installation& installation, const Description& description, int record,
+                     const EmployeeEntry& change, const FieldValues& named) {
     std::string fields = record_or_empty(installation, kEmployees, record);
-    store_all(employee.fields, fields);
-    if (employee.lines) {
-        store_slip_lines(installation, *employee.lines, fields);
-    }
-    installation.write(kEmployees, record, fields);
-    if (!employee.months.empty()) {
-        std::string months = record_or_empty(installation, kTwelveMonths, record);
-        store_all(employee.months, months);
-        installation.write(kTwelveMonths, record, months);
-    }
+    join_contract_and_fund(description, named, installation.read_selection().size() == 1, fields);
+    write_employee_files(installation, description, change, record, std::move(fields),
+                         record_or_empty(installation, kTwelveMonths, record));
 }
 
 }  // namespace nzutil

@@ -5,6 +5,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -12,6 +13,12 @@
 #include "installation/installation.h"
 
 namespace nzutil {
+
+inline constexpr int kSlipLines = 100;       ///< lines of a slip
+inline constexpr int kFormulaCells = 100;    ///< cells of an item's formula
+inline constexpr int kBracketRecords = 10;   ///< brackets of a table of income tax
+inline constexpr int kRegionalBrackets = 5;  ///< brackets of a region
+inline constexpr int kLeavingItem = 320;     ///< pay item whose quantity is the leaving date
 
 /// Record 1 of file 6: date ddmmyyyy and run kind.
 struct PeriodEntry {
@@ -69,6 +76,7 @@ struct RegionEntry {
 
 struct Description {
     std::optional<PeriodEntry> period;
+    std::optional<int> year;  ///< whose own tables come before all that the document names
     FieldValues fixed;
     std::vector<RecordEntry> companies;
     std::vector<RecordEntry> sectors;
@@ -87,13 +95,17 @@ struct Description {
 
 // Sections of a document that describe the installation; a scenario adds its own.
 inline const Keys kDescriptionKeys{
-    "periodo",   "fissi",         "ditta",   "settore", "fondo",      "contratto", "voci",
-    "scaglioni", "scaglioni_tfr", "regioni", "mesi",    "dipendente", "tabelle",   "utente"};
+    "anno",      "periodo",       "fissi",   "ditta", "settore",    "fondo",   "contratto", "voci",
+    "scaglioni", "scaglioni_tfr", "regioni", "mesi",  "dipendente", "tabelle", "utente"};
 
-/// Reads the sections of the installation.
+/// Reads the sections of the installation, but for its employees: those of the document, or of a
+/// map in it.
 [[nodiscard]] Description read_description(const Document& document);
+[[nodiscard]] Description read_description(const Document& document, const YAML::Node& node);
 /// One section each, for documents that repeat it.
 [[nodiscard]] PeriodEntry read_period(const Document& document, const YAML::Node& node);
+/// Kind of a run: a digit, 0 for an additional payment.
+[[nodiscard]] bool is_run_kind(std::string_view text);
 /// `other_keys`: what else may stand in the employee's map.
 [[nodiscard]] EmployeeEntry read_employee(const Document& document, const YAML::Node& node,
                                           const Keys& other_keys);
@@ -115,8 +127,11 @@ struct Placement {
 /// from `model`. The employees' places, in their order.
 std::vector<Placement> apply(Installation& installation, const Description& description,
                              const EmployeeModel& model);
-/// Employees alone, over their present records (a later run of the same installation).
-void apply_to_employee(Installation& installation, int record, const EmployeeEntry& employee);
+/// A later run of the same installation: what changes for an employee over his present records.
+/// `description`: what changes beside the employees (its months, its contract and its fund are
+/// theirs too); `named`: the fields that the employee has been given so far.
+void change_employee(Installation& installation, const Description& description, int record,
+                     const EmployeeEntry& change, const FieldValues& named);
 
 /// The 35 characters of a line: mark, code, quantity, rate.
 [[nodiscard]] std::string slip_line_text(const Installation& installation,

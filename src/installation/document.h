@@ -26,8 +26,9 @@ class DocumentError : public ToolError {
 struct FieldValue {
     MXREPOSITORY::Descriptor field;
     int occurrence = 0;
-    std::string value;  ///< code page 1252
-    int line = 0;       ///< where it stands in the document
+    std::string value;      ///< code page 1252
+    std::string tolerance;  ///< of an expected value: how far the found one may be; empty: equal
+    int line = 0;           ///< where it stands in the document
 };
 using FieldValues = std::vector<FieldValue>;
 
@@ -50,6 +51,10 @@ class Document {
                            std::initializer_list<std::string_view> values = {}) const;
     [[nodiscard]] static int line(const YAML::Node& node) { return node.Mark().line + 1; }
 
+    /// Refuses a key of the map; a number written with a comma, which in a map between braces makes
+    /// a key of its decimals, is told as such. `known`: the keys that may stand there.
+    [[noreturn]] void fail_unknown_key(const YAML::Node& map, const YAML::Node& key_node,
+                                       const std::string& known) const;
     /// A map whose keys all stand in `known`, none twice.
     void expect_keys(const YAML::Node& node, const Keys& known) const;
     /// Visits the entries of a map in their order.
@@ -74,9 +79,19 @@ class Document {
     /// A map of fields of one area: code: value, or code: {occurrence: value} in repeating groups.
     [[nodiscard]] FieldValues fields(const YAML::Node& map, MXREPOSITORY::Area area,
                                      const Keys& other_keys = {}) const;
+    /// The same for values to compare with; a number may stand as {valore: n, tolleranza: n}.
+    [[nodiscard]] FieldValues expected_fields(const YAML::Node& map, MXREPOSITORY::Area area) const;
 
   private:
-    void take(const std::function<YAML::Node()>& load);
+    enum class Purpose { to_store, to_compare };
+
+    void take(const std::string& text);
+    void refuse_comma(const std::string& typed, const YAML::Node& node) const;
+    void fail_if_decimals(const YAML::Node& map, const YAML::Node& key_node) const;
+    [[nodiscard]] FieldValues fields_for(Purpose purpose, const YAML::Node& map,
+                                         MXREPOSITORY::Area area, const Keys& other_keys) const;
+    [[nodiscard]] FieldValue value_for(Purpose purpose, const MXREPOSITORY::Descriptor& field,
+                                       int occurrence, const YAML::Node& node) const;
     [[nodiscard]] FieldValue field_value(const MXREPOSITORY::Descriptor& field, int occurrence,
                                          const YAML::Node& node) const;
 

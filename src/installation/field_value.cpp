@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 
+#include "context/utilities.h"
 #include "records/fields.h"
 #include "records/numbers.h"
 
@@ -11,6 +12,8 @@ namespace nzutil {
 namespace {
 
 using MXREPOSITORY::Descriptor;
+
+constexpr int kDateDigits = 8;
 
 bool all_digits(std::string_view text) {
     return std::ranges::all_of(text, [](char c) { return c >= '0' && c <= '9'; });
@@ -72,7 +75,38 @@ std::optional<Objection> number_objection(const Descriptor& field, std::string_v
     return std::nullopt;
 }
 
+/// Does the field hold a day, ddmmyyyy? Shorter ones hold a month and a year in either order.
+bool holds_a_day(const Descriptor& field) {
+    return field.type == 'D' && field.length == kDateDigits;
+}
+
+std::optional<Objection> digits_objection(const Descriptor& field, std::string_view value) {
+    if (value.size() > width_of(field) || !all_digits(value)) {
+        return Objection{&texts::kToolExpectedDigits, std::to_string(field.length)};
+    }
+    const bool none = value.find_first_not_of('0') == std::string_view::npos;
+    if (holds_a_day(field) && !none &&
+        !is_date(MXREPOSITORY::zeri_a_sinistra(value, kDateDigits))) {
+        return Objection{&texts::kToolExpectedRealDate, std::string(value)};
+    }
+    return std::nullopt;
+}
+
 }  // namespace
+
+bool is_date(std::string_view ddmmyyyy) {
+    if (ddmmyyyy.size() != kDateDigits || !all_digits(ddmmyyyy)) {
+        return false;
+    }
+    const auto number = [&](std::size_t at, std::size_t digits) {
+        return static_cast<int>(MXREPOSITORY::valore(ddmmyyyy.substr(at, digits)));
+    };
+    const int day = number(0, 2);
+    const int month = number(2, 2);
+    const int year = number(4, 4);
+    return year >= 1900 && month >= 1 && month <= 12 && day >= 1 &&
+           day <= MXLIBRERIA::days_of_month(month, year);
+}
 
 std::optional<Objection> objection(const Descriptor& field, std::string_view value,
                                    Decimals decimals) {
@@ -86,10 +120,7 @@ std::optional<Objection> objection(const Descriptor& field, std::string_view val
         return std::nullopt;
     }
     if (field.type == 'D' || field.type == '0') {
-        if (value.size() > width_of(field) || !all_digits(value)) {
-            return Objection{&texts::kToolExpectedDigits, std::to_string(field.length)};
-        }
-        return std::nullopt;
+        return digits_objection(field, value);
     }
     return number_objection(field, value, decimals);
 }

@@ -22,8 +22,12 @@ enum class Decimals {
     rounded,  ///< the field rounds them
 };
 
+/// A day of the calendar from 1900 on, ddmmyyyy.
+[[nodiscard]] bool is_date(std::string_view ddmmyyyy);
+
 /// Nothing if the field can hold the value (bytes of code page 1252): text not longer than the
-/// field, digits in date fields, a number whose whole part fits the width.
+/// field, a day of the calendar (or none: blanks, zeros) in date fields of eight digits, digits in
+/// the other date fields, a number whose whole part fits the width.
 [[nodiscard]] std::optional<Objection> objection(const MXREPOSITORY::Descriptor& field,
                                                  std::string_view value, Decimals decimals);
 

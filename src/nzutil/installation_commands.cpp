@@ -3,28 +3,16 @@
 #include <algorithm>
 #include <iostream>
 
-#include "context/utilities.h"
 #include "installation/demo.h"
+#include "installation/description.h"
+#include "installation/field_value.h"
 #include "installation/tool_error.h"
 #include "nzutil/commands.h"
 #include "nzutil/scenario.h"
-#include "records/numbers.h"
 
 namespace nzutil {
 
 namespace {
-
-/// A day of the calendar, ddmmyyyy.
-bool is_date(const std::string& text) {
-    if (text.size() != 8 || text.find_first_not_of("0123456789") != std::string::npos) {
-        return false;
-    }
-    const int day = static_cast<int>(MXREPOSITORY::valore(text.substr(0, 2)));
-    const int month = static_cast<int>(MXREPOSITORY::valore(text.substr(2, 2)));
-    const int year = static_cast<int>(MXREPOSITORY::valore(text.substr(4)));
-    return year >= 1900 && month >= 1 && month <= 12 && day >= 1 &&
-           day <= MXLIBRERIA::days_of_month(month, year);
-}
 
 void tell_registry(const Installation& installation) {
     std::cout << fill(texts::kToolRegistry, {installation.registry_file()}) << '\n';
@@ -45,9 +33,9 @@ int command_demo(const Arguments& arguments) {
 int command_period(const Arguments& arguments) {
     Installation installation = Installation::open(arguments[0]);
     if (!is_date(arguments[1])) {
-        throw ToolError(texts::kToolExpectedDate, {arguments[1]});
+        throw ToolError(texts::kToolExpectedRealDate, {arguments[1]});
     }
-    if (arguments[2].size() != 1) {
+    if (!is_run_kind(arguments[2])) {
         throw ToolError(texts::kToolExpectedKind, {arguments[2]});
     }
     installation.write_period(arguments[1], arguments[2].front());

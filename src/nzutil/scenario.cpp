@@ -6,6 +6,7 @@
 
 #include "installation/demo.h"
 #include "installation/field_value.h"
+#include "nzutil/expected_value.h"
 #include "nzutil/identities.h"
 #include "nzutil/process.h"
 #include "nzutil/run_output.h"
@@ -21,6 +22,8 @@ namespace {
 namespace fs = std::filesystem;
 
 using Differences = std::vector<Difference>;
+/// By the employee's record: sum of each field that is expected of him.
+using Sums = std::map<int, std::vector<double>>;
 
 /// In front of a place: the run, where there are several, and the employee, where there are
 /// several.
@@ -62,18 +65,31 @@ void spoil(const Installation& installation, const Damage& damage) {
     }
 }
 
-void prepare_run(Installation& installation, const ScenarioRun& run) {
+/// Fields that the scenario has given an employee, up to and with a run.
+FieldValues named_fields(const Scenario& scenario, std::size_t last_run, int record) {
+    const std::vector<EmployeeEntry>& employees = scenario.description.employees;
+    FieldValues named = std::ranges::find(employees, record, &EmployeeEntry::record)->fields;
+    for (std::size_t i = 0; i <= last_run; ++i) {
+        const auto change = scenario.runs[i].changes.find(record);
+        if (change != scenario.runs[i].changes.end()) {
+            named.insert(named.end(), change->second.fields.begin(), change->second.fields.end());
+        }
+    }
+    return named;
+}
+
+/// What changes before a later run.
+void prepare_run(Installation& installation, const Scenario& scenario, std::size_t number) {
+    const ScenarioRun& run = scenario.runs[number];
     if (run.opens_year != 0) {
         write_year_opening(installation, prepare_year_opening(installation, run.opens_year));
     }
-    installation.write_period(run.period.date, run.period.kind);
-    if (!run.fixed.empty()) {
-        Description fixed_only;
-        fixed_only.fixed = run.fixed;
-        apply(installation, fixed_only, {});
-    }
-    for (const auto& [record, change] : run.changes) {
-        apply_to_employee(installation, record, change);
+    apply(installation, run.tables, {});
+    for (const EmployeeEntry& employee : scenario.description.employees) {
+        const auto change = run.changes.find(employee.record);
+        change_employee(installation, run.tables, employee.record,
+                        change != run.changes.end() ? change->second : EmployeeEntry(),
+                        named_fields(scenario, number, employee.record));
     }
 }
 
@@ -105,15 +121,9 @@ ProcessResult run_batch(const ScenarioTools& tools, const ScenarioRun& run,
 void compare_fields(const FieldValues& expected, const std::string& record, const Prefix& prefix,
                     Differences& differences) {
     for (const FieldValue& value : expected) {
-        const std::string wanted = as_stored(value.field, value.value);
-        const std::string found = shown(value.field, value.occurrence, record);
-        if (wanted != found) {
-            std::string place(value.field.name());
-            if (value.occurrence != 0) {
-                place += "(" + std::to_string(value.occurrence) + ")";
-            }
-            differences.push_back(
-                {prefix(place), platform::to_utf8(wanted), platform::to_utf8(found)});
+        if (std::optional<Difference> difference = compare_value(value, record)) {
+            difference->place = prefix(difference->place);
+            differences.push_back(*std::move(difference));
         }
     }
 }
@@ -272,6 +282,40 @@ void compare_run(const Installation& installation, const ScenarioRun& run,
     }
 }
 
+/// Adds the slip that a run has calculated to the sums that the scenario expects.
+void add_to_sums(const Installation& installation, const Scenario& scenario, const ScenarioRun& run,
+                 const std::vector<std::string>& list, Sums& sums) {
+    for (const auto& [record, expected] : scenario.runs.front().expected) {
+        const std::string employee = installation.read(kEmployees, record).value_or("");
+        if (expected.sums.empty() ||
+            !was_calculated(CalculatedSlip(installation, record, employee, employee, run.period),
+                            list)) {
+            continue;
+        }
+        std::vector<double>& of_employee = sums[record];
+        of_employee.resize(expected.sums.size());
+        for (std::size_t i = 0; i < expected.sums.size(); ++i) {
+            of_employee[i] += MXREPOSITORY::LEGGICAMPONUM(expected.sums[i].field, 0, employee);
+        }
+    }
+}
+
+void compare_sums(const Scenario& scenario, const Sums& sums, Differences& differences) {
+    for (const auto& [record, expected] : scenario.runs.front().expected) {
+        const auto found = sums.find(record);
+        for (std::size_t i = 0; i < expected.sums.size(); ++i) {
+            const double sum = found != sums.end() ? found->second[i] : 0;
+            if (std::optional<Difference> difference = compare_sum(expected.sums[i], sum)) {
+                if (scenario.description.employees.size() > 1) {
+                    difference->place = fill(texts::kToolPlaceEmployee, {std::to_string(record)}) +
+                                        difference->place;
+                }
+                differences.push_back(*std::move(difference));
+            }
+        }
+    }
+}
+
 Installation install(const Scenario& scenario, const ScenarioTools& tools,
                      const std::string& directory) {
     Installation installation = tools.base_directory.empty()
@@ -304,6 +348,7 @@ std::vector<Difference> run_scenario(const Scenario& scenario, const ScenarioToo
         return differences;
     }
     Installation installation = install(scenario, tools, directory + "/installazione");
+    Sums sums;
     for (std::size_t i = 0; i < scenario.runs.size(); ++i) {
         const ScenarioRun& run = scenario.runs[i];
         Prefix prefix;
@@ -311,7 +356,7 @@ std::vector<Difference> run_scenario(const Scenario& scenario, const ScenarioToo
             prefix.run = fill(texts::kToolPlaceRun, {std::to_string(i + 1)});
         }
         if (i > 0) {
-            prepare_run(installation, run);
+            prepare_run(installation, scenario, i);
         }
         // Where files are spoilt, the run alone reads them.
         const std::map<int, std::string> before = scenario.damages.empty()
@@ -320,9 +365,14 @@ std::vector<Difference> run_scenario(const Scenario& scenario, const ScenarioToo
         installation.close();
         const ProcessResult result = run_batch(tools, run, installation, directory);
         compare_run(installation, run, result, prefix, differences);
-        compare_identities(installation, scenario, run, before, read_run_output(result.output).list,
-                           prefix, differences);
+        const std::vector<std::string> list = read_run_output(result.output).list;
+        compare_identities(installation, scenario, run, before, list, prefix, differences);
+        add_to_sums(installation, scenario, run, list, sums);
+        if (tools.after_run) {
+            tools.after_run(static_cast<int>(i) + 1, run, installation);
+        }
     }
+    compare_sums(scenario, sums, differences);
     return differences;
 }
 

@@ -2,6 +2,7 @@
 // Scenarios: a YAML file that states one run, or a chain of runs, and what must come out of it.
 // Each runs in a directory of its own through the whole program. The syntax: docs/manuale.md.
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -24,6 +25,7 @@ struct ExpectedEmployee {
     FieldValues months;
     std::vector<ExpectedLine> lines;
     std::map<std::string, std::string> archive;  ///< columns of the monthly archive
+    FieldValues sums;  ///< of the slips that all runs calculated; in the first run only
 };
 
 /// A file to be spoilt before the run.
@@ -40,7 +42,7 @@ struct Damage {
 struct ScenarioRun {
     PeriodEntry period;
     int opens_year = 0;                        ///< opened before anything else of this run; 0: none
-    FieldValues fixed;                         ///< yearly tables changed before this run
+    Description tables;                        ///< what changes before this run, but for employees
     std::map<int, EmployeeEntry> changes;      ///< by record: what changes before this run
     std::map<int, ExpectedEmployee> expected;  ///< by record
     FieldValues expected_fixed;
@@ -75,10 +77,12 @@ struct Difference {
     std::string found;
 };
 
-/// Where the program and a ready base installation stand.
+/// Where the program and a ready base installation stand, and who looks at each run.
 struct ScenarioTools {
     std::string program;         ///< path of the batch
     std::string base_directory;  ///< installation that is copied; empty: one is made
+    /// Called after each run, with its number from 1.
+    std::function<void(int, const ScenarioRun&, const Installation&)> after_run;
 };
 
 /// Runs the scenario in `directory`, which it fills; the differences, none when all is as expected.

@@ -13,8 +13,21 @@ namespace {
 
 using MXREPOSITORY::Area;
 
-/// What an employee's map may hold beside the employee.
+/// What an employee's map may hold beside the employee, and what only that of the first run may.
 const Keys kExpectedKeys{"attesi", "attesi_righe", "attesi_mesi", "attesi_archivio"};
+const Keys kExpectedOfAllRuns{"attesi_somma"};
+/// What a run may hold beside the installation and the expectations of its employee.
+const Keys kRunKeys{"risposte",        "uscita",       "attesi_lista",
+                    "attesi_riquadri", "attesi_fissi", "attesi_ditta"};
+const Keys kScenarioKeys{"titolo", "archivi", "danni", "corse", "senza_identita"};
+
+Keys joined(std::initializer_list<Keys> lists) {
+    Keys all;
+    for (const Keys& list : lists) {
+        all.insert(all.end(), list.begin(), list.end());
+    }
+    return all;
+}
 
 std::vector<ExpectedLine> read_expected_lines(const Document& document, const YAML::Node& node) {
     std::vector<ExpectedLine> lines;
@@ -34,17 +47,32 @@ std::vector<ExpectedLine> read_expected_lines(const Document& document, const YA
     return lines;
 }
 
-/// The keys of kExpectedKeys, in the document or in an employee's map.
+/// Sums take fields that hold numbers.
+FieldValues read_sums(const Document& document, const YAML::Node& node) {
+    FieldValues sums = document.expected_fields(node, Area::DIPX);
+    for (const FieldValue& sum : sums) {
+        if (sum.field.type == 'A' || sum.field.type == 'D' || sum.field.type == '0') {
+            throw DocumentError(document.file(), sum.line,
+                                fill(texts::kToolExpectedNumberField, {sum.field.name()}));
+        }
+    }
+    return sums;
+}
+
+/// The keys of kExpectedKeys and of kExpectedOfAllRuns, in the document or in an employee's map.
 ExpectedEmployee read_expected(const Document& document, const YAML::Node& node) {
     ExpectedEmployee expected;
     if (node["attesi"]) {
-        expected.fields = document.fields(node["attesi"], Area::DIPX);
+        expected.fields = document.expected_fields(node["attesi"], Area::DIPX);
     }
     if (node["attesi_mesi"]) {
-        expected.months = document.fields(node["attesi_mesi"], Area::DICX);
+        expected.months = document.expected_fields(node["attesi_mesi"], Area::DICX);
     }
     if (node["attesi_righe"]) {
         expected.lines = read_expected_lines(document, node["attesi_righe"]);
+    }
+    if (node["attesi_somma"]) {
+        expected.sums = read_sums(document, node["attesi_somma"]);
     }
     if (node["attesi_archivio"]) {
         document.each(node["attesi_archivio"],
@@ -56,9 +84,9 @@ ExpectedEmployee read_expected(const Document& document, const YAML::Node& node)
 }
 
 bool has_expectations(const YAML::Node& node) {
-    return std::ranges::any_of(kExpectedKeys, [&](std::string_view key) {
-        return static_cast<bool>(node[std::string(key)]);
-    });
+    return std::ranges::any_of(
+        joined({kExpectedKeys, kExpectedOfAllRuns}),
+        [&](std::string_view key) { return static_cast<bool>(node[std::string(key)]); });
 }
 
 std::vector<bool> read_answers(const Document& document, const YAML::Node& node) {
@@ -119,10 +147,10 @@ void read_run(const Document& document, const YAML::Node& node, ScenarioRun& run
         }
     }
     if (node["attesi_fissi"]) {
-        run.expected_fixed = document.fields(node["attesi_fissi"], Area::FISX);
+        run.expected_fixed = document.expected_fields(node["attesi_fissi"], Area::FISX);
     }
     if (node["attesi_ditta"]) {
-        run.expected_company = document.fields(node["attesi_ditta"], Area::DITX);
+        run.expected_company = document.expected_fields(node["attesi_ditta"], Area::DITX);
     }
     if (node["risposte"]) {
         run.answers = read_answers(document, node["risposte"]);
@@ -164,7 +192,8 @@ ScenarioRun read_first_run(const Document& document, Description& description) {
     std::vector<ExpectedEmployee> expected;
     if (const YAML::Node employees = root["dipendente"]) {
         document.each_of(employees, [&](const YAML::Node& element) {
-            description.employees.push_back(read_employee(document, element, kExpectedKeys));
+            description.employees.push_back(
+                read_employee(document, element, joined({kExpectedKeys, kExpectedOfAllRuns})));
             expected.push_back(read_expected(document, element));
         });
     } else {
@@ -185,19 +214,15 @@ ScenarioRun read_first_run(const Document& document, Description& description) {
 
 ScenarioRun read_later_run(const Document& document, const YAML::Node& node,
                            const Description& description) {
-    document.expect_keys(node, {"periodo", "apri_anno", "fissi", "dipendente", "risposte", "uscita",
-                                "attesi", "attesi_righe", "attesi_mesi", "attesi_archivio",
-                                "attesi_lista", "attesi_riquadri", "attesi_fissi", "attesi_ditta"});
+    document.expect_keys(node, joined({kDescriptionKeys, kRunKeys, kExpectedKeys, {"apri_anno"}}));
     ScenarioRun run;
     if (!node["periodo"]) {
         document.fail(node, texts::kToolExpectedTitle, {"periodo"});
     }
-    run.period = read_period(document, node["periodo"]);
+    run.tables = read_description(document, node);
+    run.period = *run.tables.period;
     if (node["apri_anno"]) {
         run.opens_year = document.whole(node["apri_anno"], kFirstOpenedYear, kLastOpenedYear);
-    }
-    if (node["fissi"]) {
-        run.fixed = document.fields(node["fissi"], Area::FISX);
     }
     if (const YAML::Node employees = node["dipendente"]) {
         document.each_of(employees, [&](const YAML::Node& element) {
@@ -243,13 +268,8 @@ Scenario read_scenario(const std::string& file) {
 
 Scenario read_scenario(const Document& document) {
     const YAML::Node& root = document.root();
-    document.expect_keys(
-        root, {"titolo",          "periodo",         "fissi",        "ditta",        "settore",
-               "dipendente",      "contratto",       "mesi",         "voci",         "fondo",
-               "scaglioni",       "scaglioni_tfr",   "regioni",      "tabelle",      "utente",
-               "archivi",         "risposte",        "uscita",       "danni",        "corse",
-               "senza_identita",  "attesi",          "attesi_lista", "attesi_righe", "attesi_mesi",
-               "attesi_archivio", "attesi_riquadri", "attesi_fissi", "attesi_ditta"});
+    document.expect_keys(root, joined({kScenarioKeys, kDescriptionKeys, kRunKeys, kExpectedKeys,
+                                       kExpectedOfAllRuns}));
     for (const char* needed : {"titolo", "periodo"}) {
         if (!root[needed]) {
             document.fail(root, texts::kToolExpectedTitle, {needed});

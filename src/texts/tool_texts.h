@@ -60,9 +60,10 @@ inline constexpr Text kToolUsageIndex{Kind::tool,
                                       "isam DIR ARCHIVIO cerca CHIAVE | elenca | verifica"};
 inline constexpr Text kToolHelpIndex{Kind::tool,
                                      "cerca una chiave, elenca le chiavi, verifica un indice"};
-inline constexpr Text kToolUsageScenario{Kind::tool, "scenario FILE..."};
+inline constexpr Text kToolUsageScenario{Kind::tool,
+                                         "scenario [--mostra CODICE [--corsa N]] FILE..."};
 inline constexpr Text kToolHelpScenario{
-    Kind::tool, "esegue gli scenari e mostra le differenze (campo, atteso, trovato)"};
+    Kind::tool, "esegue gli scenari, mostra le differenze (campo, atteso, trovato) o un cedolino"};
 inline constexpr Text kToolUsageInstall{Kind::tool, "installa FILE DIR"};
 inline constexpr Text kToolHelpInstall{Kind::tool,
                                        "crea nella directory DIR l'installazione di uno scenario"};
@@ -96,6 +97,10 @@ inline constexpr Text kToolIndexPointer{
     Kind::tool, "nel blocco {} il numero di record della voce {} non è valido."};
 // What the tool expected of a typed value
 inline constexpr Text kToolExpectedNumber{Kind::tool, "atteso un numero"};
+inline constexpr Text kToolUsePoint{
+    Kind::tool, "per i decimali usare il punto, senza separatore delle migliaia: {} e non {}"};
+inline constexpr Text kToolExpectedRealDate{
+    Kind::tool, "attesa una data del calendario, ggmmaaaa: \"{}\" non esiste"};
 inline constexpr Text kToolExpectedDecimals{Kind::tool, "atteso un numero con al più {} decimali"};
 inline constexpr Text kToolExpectedWidth{Kind::tool, "atteso un numero che entri in {} cifre"};
 inline constexpr Text kToolExpectedLength{Kind::tool, "atteso un testo di al più {} caratteri"};
@@ -103,8 +108,29 @@ inline constexpr Text kToolExpectedDigits{Kind::tool, "attese al più {} cifre"}
 inline constexpr Text kToolExpectedDate{Kind::tool,
                                         "attesa una data di 8 cifre ggmmaaaa, trovato \"{}\""};
 inline constexpr Text kToolExpectedKind{
-    Kind::tool, "atteso il tipo di elaborazione, un carattere, trovato \"{}\""};
+    Kind::tool, "atteso il tipo di elaborazione, una cifra, trovato \"{}\""};
 inline constexpr Text kToolExpectedYaml{Kind::tool, "atteso un documento YAML: {}"};
+inline constexpr Text kYamlMapEnd{
+    Kind::tool, "la mappa non continua qui: controllare i rientri e i due punti delle chiavi"};
+inline constexpr Text kYamlBraceEnd{Kind::tool,
+                                    "manca la graffa di chiusura, una virgola tra due chiavi, o la "
+                                    "fine di un testo tra virgolette"};
+inline constexpr Text kYamlListEnd{Kind::tool,
+                                   "la lista non continua qui: controllare i rientri e i trattini"};
+inline constexpr Text kYamlBracketEnd{
+    Kind::tool, "manca la parentesi quadra di chiusura, o una virgola tra due elementi"};
+inline constexpr Text kYamlBracketStray{Kind::tool, "parentesi di chiusura senza la sua apertura"};
+inline constexpr Text kYamlQuoteEnd{Kind::tool, "mancano le virgolette di chiusura"};
+inline constexpr Text kYamlTabulator{Kind::tool, "i rientri si fanno con spazi, senza tabulazioni"};
+inline constexpr Text kYamlIndentation{
+    Kind::tool, "rientro errato (solo spazi), o manca lo spazio dopo i due punti o il trattino"};
+inline constexpr Text kYamlCharacter{
+    Kind::tool, "carattere non ammesso qui: un testo con segni speciali va tra virgolette"};
+inline constexpr Text kYamlEscape{
+    Kind::tool, "sequenza con barra inversa non valida: usare gli apici semplici"};
+inline constexpr Text kYamlAlias{
+    Kind::tool, "* e & non si usano: un testo che comincia così va tra virgolette"};
+inline constexpr Text kYamlOther{Kind::tool, "sintassi non valida"};
 inline constexpr Text kToolExpectedMap{Kind::tool, "attesa una mappa chiave: valore"};
 inline constexpr Text kToolExpectedMapOrList{Kind::tool, "attesa una mappa o una lista di mappe"};
 inline constexpr Text kToolExpectedList{Kind::tool, "attesa una lista"};
@@ -116,9 +142,22 @@ inline constexpr Text kToolKeyTwice{Kind::tool, "attesa una sola chiave {}: è r
 inline constexpr Text kToolExpectedWhole{Kind::tool,
                                          "atteso un numero intero da {} a {}, trovato \"{}\""};
 inline constexpr Text kToolExpectedField{Kind::tool, "atteso un campo dell'area {}, trovato {}"};
-inline constexpr Text kToolExpectedBrackets{Kind::tool,
-                                            "attesa una lista di coppie [limite, aliquota]"};
-inline constexpr Text kToolExpectedFiveBrackets{Kind::tool, "attesi al più 5 scaglioni"};
+inline constexpr Text kToolExpectedBrackets{
+    Kind::tool, "attesa una lista di coppie [limite, aliquota], con il punto per i decimali"};
+inline constexpr Text kToolExpectedNumberField{Kind::tool,
+                                               "{}: atteso un campo che contiene un numero"};
+inline constexpr Text kToolExpectedTolerance{
+    Kind::tool,
+    "{}: atteso un numero con {valore: ..., tolleranza: ...}, senza segno la tolleranza"};
+inline constexpr Text kToolExpectedFewBrackets{Kind::tool, "attesi al più {} scaglioni"};
+inline constexpr Text kToolExpectedRising{Kind::tool,
+                                          "attesi limiti crescenti: {} non supera quello prima"};
+inline constexpr Text kToolExpectedClosing{
+    Kind::tool, "atteso come ultimo scaglione quello senza limite, [999999.99, aliquota]"};
+inline constexpr Text kToolExpectedRate{Kind::tool,
+                                        "attesa un'aliquota tra 0 e 99.9 per cento, trovato {}"};
+inline constexpr Text kToolExpectedYear{Kind::tool,
+                                        "atteso un anno con le sue tabelle ({}), trovato {}"};
 inline constexpr Text kToolExpectedRegion{
     Kind::tool, "atteso un codice di regione di 2 caratteri, trovato \"{}\""};
 inline constexpr Text kToolExpectedCells{Kind::tool, "attese al più 100 celle"};
@@ -142,7 +181,12 @@ inline constexpr Text kToolNoArchives{Kind::tool,
 inline constexpr Text kToolScenarioGood{Kind::tool, "ok  {}: {}"};
 inline constexpr Text kToolScenarioBad{Kind::tool, "NO  {}: {}"};
 inline constexpr Text kToolDifference{Kind::tool, "    {}: atteso {}, trovato {}"};
-inline constexpr Text kToolScenarioSum{Kind::tool, "Scenari: {}, con differenze: {}"};
+inline constexpr Text kToolWithTolerance{Kind::tool, "{} (tolleranza {})"};
+inline constexpr Text kToolPlaceSum{Kind::tool, "somma {}"};
+inline constexpr Text kToolScenarioSum{Kind::tool,
+                                       "Scenari: {}, con differenze: {}, non eseguiti: {}"};
+inline constexpr Text kToolShownRun{Kind::tool, "Corsa {}, periodo {}, tipo {}"};
+inline constexpr Text kToolNoRun{Kind::tool, "Lo scenario {} non ha la corsa {}: ne ha {}."};
 inline constexpr Text kToolNothing{Kind::tool, "niente"};
 inline constexpr Text kToolPlaceRun{Kind::tool, "corsa {} "};
 inline constexpr Text kToolPlaceEmployee{Kind::tool, "dipendente {} "};

@@ -93,6 +93,60 @@ TEST_F(DescriptionTest, BracketsFillTenRecordsWithTheLastOne) {
     EXPECT_EQ(made.read(nzutil::kTaxBrackets, 10).value().substr(0, 12), "999999.99435");
 }
 
+/// Message of the error that applying the text ends in.
+std::string error_of(const std::string& text) {
+    try {
+        const Document document("prova.yaml", text);
+        static_cast<void>(nzutil::read_description(document));
+        if (const YAML::Node employee = document.root()["dipendente"]) {
+            static_cast<void>(nzutil::read_employee(document, employee, {}));
+        }
+    } catch (const nzutil::ToolError& error) {
+        return error.what();
+    }
+    return "nessun errore";
+}
+
+TEST(ImpossibleData, BracketTableEndsWithTheBracketThatHasNoLimit) {
+    EXPECT_TRUE(
+        error_of("scaglioni:\n  [[28000, 23], [50000, 35]]\n").starts_with("prova.yaml:2: "));
+    EXPECT_TRUE(error_of("scaglioni: []\n").starts_with("prova.yaml:1: "));
+    EXPECT_TRUE(error_of("\nscaglioni_tfr: [[28000, 23]]\n").starts_with("prova.yaml:2: "));
+    EXPECT_TRUE(error_of("regioni:\n  \"05\": [[15000, 1.73]]\n").starts_with("prova.yaml:2: "));
+}
+
+TEST(ImpossibleData, BracketsRiseAndHaveARate) {
+    EXPECT_NE(error_of("scaglioni: [[28000, 23], [28000, 35], [999999.99, 43]]\n").find("28000"),
+              std::string::npos);
+    EXPECT_NE(error_of("scaglioni: [[0, 23], [999999.99, 43]]\n").find("crescenti"),
+              std::string::npos);
+    EXPECT_NE(error_of("scaglioni: [[999999.99, 100]]\n").find("aliquota"), std::string::npos);
+    EXPECT_NE(error_of("scaglioni: [[999999.99, -1]]\n").find("aliquota"), std::string::npos);
+    // Tenths of a percent is all that the table holds; a region's holds hundredths.
+    EXPECT_NE(error_of("scaglioni: [[999999.99, 23.45]]\n").find("decimali"), std::string::npos);
+    EXPECT_NE(error_of("scaglioni: [[1,2], [2,2], [3,2], [4,2], [5,2], [6,2], [7,2], [8,2], [9,2], "
+                       "[10,2], [999999.99, 3]]\n")
+                  .find("10"),
+              std::string::npos);
+}
+
+TEST(ImpossibleData, LeavingDateStandsInTheQuantityOfItsItem) {
+    const auto line = [](const std::string& quantity) {
+        return error_of("dipendente:\n  righe:\n    - {voce: 320, quantita: " + quantity + "}\n");
+    };
+    EXPECT_TRUE(line("15132024").starts_with("prova.yaml:3: "));
+    EXPECT_TRUE(line("31042024").starts_with("prova.yaml:3: "));
+    EXPECT_EQ(line("30042024"), "nessun errore");
+    EXPECT_EQ(line("5042024"), "nessun errore");  // 05042024
+}
+
+TEST(ImpossibleData, PeriodIsADayAndAKind) {
+    EXPECT_TRUE(error_of("periodo: {data: \"32052024\"}\n").starts_with("prova.yaml:1: "));
+    EXPECT_TRUE(error_of("periodo: {data: \"29022023\"}\n").starts_with("prova.yaml:1: "));
+    EXPECT_TRUE(
+        error_of("periodo:\n  data: \"31052024\"\n  tipo: x\n").starts_with("prova.yaml:3: "));
+}
+
 TEST_F(DescriptionTest, OccurrenceBeyondTheGroupIsRefused) {
     EXPECT_THROW(apply("dipendente: {mesi: {J001: {13: 1}}}\n"), nzutil::ToolError);
 }

@@ -30,6 +30,19 @@ TEST(FieldValue, DateTakesDigitsOnly) {
     EXPECT_FALSE(accepted(P013, "010320180"));
 }
 
+TEST(FieldValue, DateIsADayOfTheCalendarOrNone) {
+    EXPECT_TRUE(accepted(P013, "29022024"));
+    EXPECT_FALSE(accepted(P013, "29022023"));
+    EXPECT_FALSE(accepted(P013, "31022020"));
+    EXPECT_FALSE(accepted(P017, "15132024"));
+    EXPECT_FALSE(accepted(P017, "00052024"));
+    EXPECT_FALSE(accepted(P017, "99999999"));
+    EXPECT_TRUE(accepted(P017, "00000000"));
+    EXPECT_TRUE(accepted(P013, "1032018"));  // zero-filled: 01032018
+    EXPECT_TRUE(accepted(P027, "052024"));   // month and year
+    EXPECT_FALSE(accepted(P013, "41032018"));
+}
+
 TEST(FieldValue, WholeNumberTakesNoDecimalsAndNoLetters) {
     EXPECT_TRUE(accepted(P090, "14"));
     EXPECT_TRUE(accepted(P090, "14.00"));

@@ -155,4 +155,34 @@ TEST_F(CommandsTest, TableWithABadRecordLengthIsSaid) {
     EXPECT_EQ(run({"leggi", demo, "2", "1", "P002"}).status, 1);
 }
 
+TEST_F(CommandsTest, ImpossiblePeriodIsRefused) {
+    refused({"periodo", demo, "32052024", "4"}, "PERIODO.DAT");
+    refused({"periodo", demo, "29022023", "4"}, "PERIODO.DAT");
+    refused({"periodo", demo, "31052024", "x"}, "PERIODO.DAT");
+    refused({"scrivi", demo, "2", "1", "P013", "31022020"});
+}
+
+TEST_F(CommandsTest, ScenarioThatCannotBeReadIsNoDifference) {
+    const std::string wrong = directory.file("sbagliato.yaml");
+    std::ofstream(wrong) << "titolo: prova\nperiodo: {data: \"32052024\"}\n";
+    const Outcome outcome = run({"scenario", directory.file("manca.yaml"), wrong});
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_EQ(outcome.output, "Scenari: 2, con differenze: 0, non eseguiti: 2\n");
+    EXPECT_NE(outcome.errors.find("Impossibile leggere"), std::string::npos);
+    EXPECT_NE(outcome.errors.find("sbagliato.yaml:2: "), std::string::npos);
+    const std::string nowhere = directory.file("nuova");
+    EXPECT_EQ(run({"installa", wrong, nowhere}).status, 1);
+    EXPECT_FALSE(fs::exists(nowhere));
+}
+
+TEST_F(CommandsTest, ShownSlipNeedsAScenarioAndOneOfItsRuns) {
+    EXPECT_EQ(run({"scenario", "--mostra", "0010000001"}).status, 1);
+    EXPECT_EQ(run({"scenario", "--mostra"}).status, 1);
+    const std::string one = directory.file("una.yaml");
+    std::ofstream(one) << "titolo: prova\nperiodo: {data: \"31052024\"}\n";
+    const Outcome outcome = run({"scenario", "--mostra", "0010000001", "--corsa", "2", one});
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_NE(outcome.errors.find("corsa 2"), std::string::npos);
+}
+
 }  // namespace

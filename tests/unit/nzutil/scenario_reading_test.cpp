@@ -94,6 +94,47 @@ TEST(ScenarioReading, FurtherRunsChangeTheirEmployee) {
     EXPECT_EQ(scenario.runs[1].expected.at(1).fields.at(0).value, "2000");
 }
 
+TEST(ScenarioReading, FurtherRunsChangeEveryTable) {
+    const Scenario scenario = read(kHead +
+                                   "corse:\n"
+                                   "  - periodo: {data: \"31012025\", tipo: \"4\"}\n"
+                                   "    anno: 2025\n"
+                                   "    fissi: {F433: 1}\n"
+                                   "    ditta: {T188: 1}\n"
+                                   "    settore: {S003: 1}\n"
+                                   "    contratto: {record: 1, livello: 1, campi: {G022: 1}}\n"
+                                   "    voci: {4: {Z011: 1}}\n"
+                                   "    fondo: {record: 1, campi: {R004: 1}}\n"
+                                   "    scaglioni: [[999999.99, 1]]\n"
+                                   "    scaglioni_tfr: [[999999.99, 1]]\n"
+                                   "    regioni: {\"01\": [[999999.99, 1]]}\n"
+                                   "    mesi: {J001: {1: 1}}\n"
+                                   "    tabelle: {232: [\"A\"]}\n"
+                                   "    utente: {nome: \"A\"}\n");
+    const nzutil::Description& tables = scenario.runs.at(1).tables;
+    EXPECT_EQ(tables.year, 2025);
+    EXPECT_EQ(tables.fixed.size(), 1U);
+    EXPECT_EQ(tables.companies.size(), 1U);
+    EXPECT_EQ(tables.sectors.size(), 1U);
+    EXPECT_EQ(tables.contracts.size(), 1U);
+    EXPECT_EQ(tables.items.size(), 1U);
+    EXPECT_EQ(tables.funds.size(), 1U);
+    EXPECT_EQ(tables.brackets->size(), 1U);
+    EXPECT_EQ(tables.severance_brackets->size(), 1U);
+    EXPECT_EQ(tables.regions->size(), 1U);
+    EXPECT_EQ(tables.months.size(), 1U);
+    EXPECT_EQ(tables.tables.size(), 1U);
+    EXPECT_EQ(tables.installation_name, "A");
+}
+
+TEST(ScenarioReading, SumsTakeNumbersAndStandInTheFirstRun) {
+    EXPECT_EQ(read(kHead + "attesi_somma: {Q173: 10}\n").runs[0].expected.at(1).sums.size(), 1U);
+    EXPECT_TRUE(error_of(kHead + "attesi_somma: {P002: ROSSI}\n").starts_with("caso.yaml:3: "));
+    EXPECT_TRUE(error_of(kHead + "corse:\n  - periodo: {data: \"30062024\"}\n"
+                                 "    attesi_somma: {Q173: 10}\n")
+                    .starts_with("caso.yaml:5: "));
+}
+
 TEST(ScenarioReading, DamageNeedsAPlaceAndOneKind) {
     EXPECT_EQ(read(kHead + "danni: [{archivio: 18, lunghezza: 30}]\n").damages.at(0).length, 30);
     EXPECT_NE(error_of(kHead + "danni: [{lunghezza: 30}]\n"), "nessun errore");

@@ -18,7 +18,7 @@ class ScenarioRunTest : public ::testing::Test {
         const std::string head = "titolo: prova\nperiodo: {data: \"31052024\", tipo: \"4\"}\n";
         return nzutil::run_scenario(
             nzutil::read_scenario(nzutil::Document("prova.yaml", head + text)),
-            {VELMOR_PROGRAM, ""}, directory.path());
+            {VELMOR_PROGRAM, "", {}}, directory.path());
     }
     /// The only difference is at this place.
     static void expect_only(const std::vector<Difference>& found, const std::string& place,
@@ -87,6 +87,78 @@ TEST_F(ScenarioRunTest, LaterRunFindsWhatTheFormerLeft) {
                     "  - periodo: {data: \"30062024\", tipo: \"4\"}\n"
                     "    attesi: {Q171: 6, Q001: 3818}\n")  // 1909 + 1909
                     .empty());
+}
+
+TEST_F(ScenarioRunTest, ToleranceIsAsWideAsItSays) {
+    // P240 is 1909.00.
+    EXPECT_TRUE(run("attesi: {P240: {valore: 1908.50, tolleranza: 0.50}}\n").empty());
+    std::filesystem::remove_all(directory.file("installazione"));
+    expect_only(run("attesi: {P240: {valore: 1909.51, tolleranza: 0.50}}\n"), "P240",
+                "1909.51 (tolleranza 0.50)", "1909.00");
+}
+
+const std::string kThreeRuns =
+    "corse:\n"
+    "  - periodo: {data: \"30062024\", tipo: \"4\"}\n"
+    "    dipendente: {campi: {P058: 2000.00}}\n"
+    // The third run finds June calculated and leaves the slip alone.
+    "  - periodo: {data: \"30062024\", tipo: \"4\"}\n";
+
+TEST_F(ScenarioRunTest, SumIsThatOfTheCalculatedSlips) {
+    // 1908.75 and 2000.00 to the unit of euro: 1909 + 2000 = 3909.
+    EXPECT_TRUE(run("attesi_somma: {P240: 3909}\n" + kThreeRuns).empty());
+    std::filesystem::remove_all(directory.file("installazione"));
+    EXPECT_TRUE(run("attesi_somma: {P240: {valore: 3910, tolleranza: 1}}\n" + kThreeRuns).empty());
+    std::filesystem::remove_all(directory.file("installazione"));
+    expect_only(run("attesi_somma: {P240: 3910}\n" + kThreeRuns), "somma P240", "3910.00",
+                "3909.00");
+}
+
+TEST_F(ScenarioRunTest, LaterRunMayChangeEveryTable) {
+    // The fund's joining shows in P401, the contract's in P331 and P332; the month's pay is then
+    // the grade's 1500.00, in contributions 5 percent of it. F433 and T188 stand in their records.
+    EXPECT_TRUE(run("corse:\n"
+                    "  - periodo: {data: \"30062024\", tipo: \"4\"}\n"
+                    "    fissi: {F433: 631}\n"
+                    "    ditta: {T002: ALTRA}\n"
+                    "    settore: {S003: 5.00}\n"
+                    "    contratto: {record: 9, livello: 2, campi: {G022: 1500.00}}\n"
+                    "    fondo: {record: 3, campi: {R004: 0.55}}\n"
+                    "    mesi: {J001: {1: 7}}\n"
+                    "    scaglioni: [[999999.99, 10]]\n"
+                    "    voci: {2: {Z002: \"PAGA\"}}\n"
+                    "    dipendente: {campi: {PB05: 1}}\n"
+                    // 1500 x 5 % = 75; 1500 - 75 = 1425; 10 % = 142.50
+                    "    attesi: {P331: 9, P332: 2, P401: 3, P240: 1500, Q224: 75, P256: 1425,\n"
+                    "             P257: 142.50}\n"
+                    "    attesi_mesi: {J001: {1: 7}}\n"
+                    "    attesi_fissi: {F433: 631}\n"
+                    "    attesi_ditta: {T002: ALTRA}\n")
+                    .empty());
+}
+
+TEST_F(ScenarioRunTest, OwnContractIsKeptWhenALaterRunBringsAnother) {
+    EXPECT_TRUE(run("dipendente: {campi: {P331: 0}}\n"
+                    "corse:\n"
+                    "  - periodo: {data: \"30062024\", tipo: \"4\"}\n"
+                    "    contratto: {record: 9, livello: 2, campi: {G022: 1500.00}}\n"
+                    "    attesi: {P331: 0, P240: 1909}\n")
+                    .empty());
+}
+
+TEST_F(ScenarioRunTest, EachRunIsShownToWhoAsks) {
+    std::vector<std::string> seen;
+    const nzutil::ScenarioTools tools{
+        VELMOR_PROGRAM, "",
+        [&](int number, const nzutil::ScenarioRun& one, const nzutil::Installation& found) {
+            seen.push_back(std::to_string(number) + " " + one.period.date + " " +
+                           std::to_string(found.read_selection().size()));
+        }};
+    static_cast<void>(nzutil::run_scenario(
+        nzutil::read_scenario(nzutil::Document(
+            "prova.yaml", "titolo: prova\nperiodo: {data: \"31052024\"}\n" + kThreeRuns)),
+        tools, directory.path()));
+    EXPECT_EQ(seen, (std::vector<std::string>{"1 31052024 1", "2 30062024 1", "3 30062024 1"}));
 }
 
 TEST_F(ScenarioRunTest, ArchivesThatCannotBeComparedAreADifference) {
