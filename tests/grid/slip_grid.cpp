@@ -1,11 +1,13 @@
 // The grid: salaries from 500 to 12000 in steps of 250, kinds of employee, years 2014 to 2026,
 // twelve months each through the whole program, and the figures of the year after December.
 //
-//   slip_grid check VELMOR FIGURES LAW LEDGER   runs the grid; compares it with the kept figures,
-//   and
-//                                               its ordinary employees with the figures of the law
-//   slip_grid figures VELMOR                    runs the grid and prints the figures
+//   slip_grid check VELMOR YEARS FIGURES LAW LEDGER
+//       runs the grid; compares it with the kept figures, and its ordinary employees with the
+//       figures of the law
+//   slip_grid figures VELMOR YEARS
+//       runs the grid and prints the figures
 //
+// Tables of law come from demo/anni, of the years before those files from the directory YEARS.
 // FIGURES guards against change and is no evidence that a figure is right: a change in any of them
 // shows in the diff and has to be explained. LAW is what law_reference --grid prints. Each
 // difference from it must fall under a row of LEDGER, which gives the reason; a row that serves no
@@ -26,6 +28,7 @@
 #include "installation/description.h"
 #include "installation/document.h"
 #include "installation/file_layout.h"
+#include "installation/years.h"
 #include "nzutil/process.h"
 #include "records/dictionary/DIPX.h"
 #include "records/fields.h"
@@ -41,33 +44,6 @@ constexpr int kLastYear = 2026;
 constexpr int kLowestSalary = 500;
 constexpr int kHighestSalary = 12000;
 constexpr int kStep = 250;
-
-/// Yearly limits and brackets of law as the yearly tables hold them. First bracket and ceiling of
-/// pensionable pay; brackets of income tax (D.P.R. 917/1986, art. 11).
-struct YearOfLaw {
-    int from_year;
-    const char* brackets;
-};
-constexpr std::array kBrackets{
-    YearOfLaw{2014, "[[15000, 23], [28000, 27], [55000, 38], [75000, 41], [999999.99, 43]]"},
-    YearOfLaw{2022, "[[15000, 23], [28000, 25], [50000, 35], [999999.99, 43]]"},
-    YearOfLaw{2024, "[[28000, 23], [50000, 35], [999999.99, 43]]"},
-    YearOfLaw{2026, "[[28000, 23], [50000, 33], [999999.99, 43]]"},
-};
-struct PensionLimits {
-    int year;
-    int first_bracket;
-    int ceiling;
-};
-constexpr std::array kPensionLimits{
-    PensionLimits{2014, 46031, 100123}, PensionLimits{2015, 46123, 100324},
-    PensionLimits{2016, 46123, 100324}, PensionLimits{2017, 46123, 100324},
-    PensionLimits{2018, 46630, 101427}, PensionLimits{2019, 47143, 102543},
-    PensionLimits{2020, 47379, 103055}, PensionLimits{2021, 47379, 103055},
-    PensionLimits{2022, 48279, 105014}, PensionLimits{2023, 52190, 113520},
-    PensionLimits{2024, 55008, 119650}, PensionLimits{2025, 55448, 120607},
-    PensionLimits{2026, 56224, 122295},
-};
 
 /// Kinds of employee: fields over the ordinary employee's, and the lines of the slip. "SALARY"
 /// stands for the monthly salary.
@@ -97,20 +73,11 @@ std::string with_salary(std::string text, int salary) {
     return text;
 }
 
-/// The yearly tables and the employees of a year, as a document of the support tool.
-std::string document_of(int year) {
-    const auto limits = std::ranges::find(kPensionLimits, year, &PensionLimits::year);
-    const auto brackets =
-        std::find_if(kBrackets.rbegin(), kBrackets.rend(),
-                     [year](const YearOfLaw& row) { return row.from_year <= year; });
-    // The first bracket is kept by the month: (yearly - 2065.83) / 12.
-    const std::string first_bracket = arrotondato_testo((limits->first_bracket - 2065.83) / 12, 2);
+/// The employees of a year, as a document of the support tool. No minimum daily wage: the low
+/// salaries of the grid stand for themselves.
+std::string document_of_employees() {
     std::ostringstream text;
-    text << "fissi: {F152: " << first_bracket << ", F427: " << limits->ceiling
-         << "}\n"
-         // No minimum daily wage: the low salaries of the grid stand for themselves.
-         << "settore: {record: 1, campi: {S046: 0}}\n"
-         << "scaglioni: " << brackets->brackets << "\ndipendente:\n";
+    text << "settore: {record: 1, campi: {S046: 0}}\ndipendente:\n";
     int record = 0;
     for (const Kind& kind : kKinds) {
         for (int salary = kLowestSalary; salary <= kHighestSalary; salary += kStep) {
@@ -122,6 +89,15 @@ std::string document_of(int year) {
         }
     }
     return text.str();
+}
+
+/// The year's own tables: those that the demo brings, and before them the grid's own file.
+nzutil::Description tables_of(int year, const std::string& older_years) {
+    if (std::ranges::binary_search(nzutil::years_with_tables(), year)) {
+        return nzutil::year_tables(year);
+    }
+    return nzutil::read_description(
+        nzutil::Document(older_years + "/" + std::to_string(year) + ".yaml"));
 }
 
 double field(const nzutil::Installation& installation, int record, const Descriptor& descriptor) {
@@ -154,10 +130,11 @@ void run_month(const std::string& velmor, nzutil::Installation& installation, in
 
 /// Twelve months of a year. The answer is always yes: the March question is answered, and the
 /// control lists are printed into the installation, which goes with the directory.
-std::string figures_of(const std::string& velmor, int year) {
+std::string figures_of(const std::string& velmor, int year, const std::string& older_years) {
     const test_support::TempDirectory directory;
     nzutil::Installation installation = nzutil::make_base_installation(directory.file("grid"));
-    const nzutil::Document document("grid", document_of(year));
+    nzutil::apply(installation, tables_of(year, older_years), {});
+    const nzutil::Document document("grid", document_of_employees());
     nzutil::Description description = nzutil::read_description(document);
     document.each_of(document.root()["dipendente"], [&](const YAML::Node& employee) {
         description.employees.push_back(nzutil::read_employee(document, employee, {}));
@@ -196,10 +173,10 @@ std::string figures_of(const std::string& velmor, int year) {
 constexpr const char* kColumns =
     "kind,year,monthly,contributions,taxable,deduction,tax,net,december_settlement\n";
 
-std::string all_figures(const std::string& velmor) {
+std::string all_figures(const std::string& velmor, const std::string& older_years) {
     std::string figures = kColumns;
     for (int year = kFirstYear; year <= kLastYear; ++year) {
-        figures += figures_of(velmor, year);
+        figures += figures_of(velmor, year, older_years);
     }
     return figures;
 }
@@ -343,9 +320,9 @@ int rows_without_use(const std::vector<LedgerRow>& ledger) {
     return idle;
 }
 
-int check(const std::string& velmor, const char* figures, const char* law,
-          const char* ledger_file) {
-    std::istringstream grid(all_figures(velmor));
+int check(const std::string& velmor, const std::string& older_years, const char* figures,
+          const char* law, const char* ledger_file) {
+    std::istringstream grid(all_figures(velmor, older_years));
     const std::vector<std::string> found = lines_of(grid);
     const std::vector<LedgerRow> ledger = read_ledger(ledger_file);
     const int changed = compare_with_kept(found, lines_of_file(figures));
@@ -360,14 +337,14 @@ int check(const std::string& velmor, const char* figures, const char* law,
 int main(int argc, char** argv) {
     try {
         const std::vector<std::string> words(argv + 1, argv + argc);
-        if (words.size() == 5 && words[0] == "check") {
-            return check(words[1], argv[3], argv[4], argv[5]);
+        if (words.size() == 6 && words[0] == "check") {
+            return check(words[1], words[2], argv[4], argv[5], argv[6]);
         }
-        if (words.size() == 2 && words[0] == "figures") {
-            std::cout << all_figures(words[1]);
+        if (words.size() == 3 && words[0] == "figures") {
+            std::cout << all_figures(words[1], words[2]);
             return 0;
         }
-        std::cerr << "slip_grid check VELMOR FIGURES LAW LEDGER | slip_grid figures VELMOR\n";
+        std::cerr << "slip_grid check VELMOR YEARS FIGURES LAW LEDGER | figures VELMOR YEARS\n";
         return 2;
     } catch (const std::exception& error) {
         std::cerr << error.what() << '\n';
