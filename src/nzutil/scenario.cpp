@@ -5,41 +5,15 @@
 #include <fstream>
 
 #include "installation/demo.h"
-#include "installation/field_value.h"
-#include "nzutil/expected_value.h"
-#include "nzutil/identities.h"
 #include "nzutil/process.h"
-#include "nzutil/run_output.h"
+#include "nzutil/scenario_comparison.h"
 #include "nzutil/year_opening.h"
-#include "records/dictionary/DIPX.h"
-#include "records/fields.h"
-#include "records/numbers.h"
 
 namespace nzutil {
 
 namespace {
 
 namespace fs = std::filesystem;
-
-using Differences = std::vector<Difference>;
-/// By the employee's record: sum of each field that is expected of him.
-using Sums = std::map<int, std::vector<double>>;
-
-/// In front of a place: the run, where there are several, and the employee, where there are
-/// several.
-struct Prefix {
-    std::string run;
-    std::string employee;
-    [[nodiscard]] std::string operator()(const std::string& place) const {
-        return run + employee + place;
-    }
-};
-
-std::string nothing_or(const std::string& text) {
-    return text.empty() ? std::string(texts::kToolNothing.utf8) : text;
-}
-
-// ---- Before the run ----
 
 void spoil(const Installation& installation, const Damage& damage) {
     const std::string path = damage.file != 0
@@ -116,129 +90,6 @@ ProcessResult run_batch(const ScenarioTools& tools, const ScenarioRun& run,
     return run_process(call);
 }
 
-// ---- After the run ----
-
-void compare_fields(const FieldValues& expected, const std::string& record, const Prefix& prefix,
-                    Differences& differences) {
-    for (const FieldValue& value : expected) {
-        if (std::optional<Difference> difference = compare_value(value, record)) {
-            difference->place = prefix(difference->place);
-            differences.push_back(*std::move(difference));
-        }
-    }
-}
-
-void compare_lines(const Installation& installation, const std::vector<ExpectedLine>& expected,
-                   const std::string& record, const Prefix& prefix, Differences& differences) {
-    const auto compare = [&](int line, const char* column, std::string_view wanted,
-                             std::string_view found) {
-        if (wanted != found) {
-            differences.push_back(
-                {prefix(fill(texts::kToolPlaceLine, {std::to_string(line), column})),
-                 std::string(wanted), std::string(found)});
-        }
-    };
-    for (const ExpectedLine& line : expected) {
-        const std::string found = MXREPOSITORY::LEGGICAMPO(
-            MXREPOSITORY::dopo(MXREPOSITORY::Q401, line.number - 1), 0, record);
-        SlipLineEntry wanted;
-        wanted.item = static_cast<int>(MXREPOSITORY::valore(found.substr(1, 3)));
-        wanted.quantity = line.quantity.empty() ? "0" : line.quantity;
-        wanted.rate = line.rate.empty() ? "0" : line.rate;
-        const std::string text = slip_line_text(installation, wanted);
-        if (!line.quantity.empty()) {
-            compare(line.number, "quantita", text.substr(4, 13), found.substr(4, 13));
-        }
-        if (!line.rate.empty()) {
-            compare(line.number, "valore", text.substr(17, 13), found.substr(17, 13));
-        }
-    }
-}
-
-void compare_employee(const Installation& installation, int record,
-                      const ExpectedEmployee& expected, const Prefix& prefix,
-                      Differences& differences) {
-    const std::string employee = installation.read(kEmployees, record).value_or("");
-    compare_fields(expected.fields, employee, prefix, differences);
-    compare_lines(installation, expected.lines, employee, prefix, differences);
-    if (!expected.months.empty()) {
-        compare_fields(expected.months, installation.read(kTwelveMonths, record).value_or(""),
-                       prefix, differences);
-    }
-    for (const auto& [column, value] : expected.archive) {
-        differences.push_back({prefix(fill(texts::kToolPlaceArchive, {column})), value,
-                               std::string(texts::kToolNothing.utf8)});
-    }
-}
-
-void compare_list(const std::vector<std::string>& expected, const std::vector<std::string>& found,
-                  const Prefix& prefix, Differences& differences) {
-    for (std::size_t i = 0; i < std::max(expected.size(), found.size()); ++i) {
-        const std::string wanted = i < expected.size() ? expected[i] : std::string();
-        const std::string shown_line = i < found.size() ? found[i] : std::string();
-        if (wanted != shown_line || i >= expected.size() || i >= found.size()) {
-            differences.push_back({prefix(fill(texts::kToolPlaceListLine, {std::to_string(i + 1)})),
-                                   nothing_or(wanted), nothing_or(shown_line)});
-        }
-    }
-}
-
-/// Every box must be announced, and every announced box must come. Questions that the scenario
-/// answers, and the closing message of a run in order, need no announcement.
-void compare_boxes(const ScenarioRun& run, const std::vector<ShownBox>& boxes, const Prefix& prefix,
-                   Differences& differences) {
-    std::size_t announced = 0;
-    std::size_t questions = 0;
-    for (std::size_t i = 0; i < boxes.size(); ++i) {
-        const ShownBox& box = boxes[i];
-        if (announced < run.expected_boxes.size() &&
-            box.text.find(run.expected_boxes[announced]) != std::string::npos) {
-            ++announced;
-            continue;
-        }
-        const bool answered = box.answer && questions++ < run.answers.size();
-        if (!answered && !is_closing_message(box)) {
-            differences.push_back({prefix(fill(texts::kToolPlaceBox, {std::to_string(i + 1)})),
-                                   std::string(texts::kToolNothing.utf8), box.text});
-        }
-    }
-    for (; announced < run.expected_boxes.size(); ++announced) {
-        differences.push_back({prefix(fill(texts::kToolPlaceBox, {std::to_string(announced + 1)})),
-                               run.expected_boxes[announced],
-                               std::string(texts::kToolNothing.utf8)});
-    }
-}
-
-/// Does the list tell that the employee's slip has been calculated?
-bool was_calculated(const CalculatedSlip& slip, const std::vector<std::string>& list) {
-    const std::string code = slip.text(MXREPOSITORY::P001);
-    const std::string start =
-        code.substr(0, 3) + "-" + code.substr(3, 3) + "-" + code.substr(6) + " ";
-    return std::ranges::any_of(list, [&](const std::string& line) {
-        return line.starts_with(start) &&
-               line.find(texts::kWordCalculated.utf8) != std::string::npos &&
-               line.find(texts::kWordAlready.utf8) == std::string::npos;
-    });
-}
-
-/// Identities hold for every slip of the run; of one that it did not calculate, that nothing of it
-/// has been written.
-void compare_identities(const Installation& installation, const Scenario& scenario,
-                        const ScenarioRun& run, const std::map<int, std::string>& before,
-                        const std::vector<std::string>& list, const Prefix& prefix,
-                        Differences& differences) {
-    for (const auto& [record, former] : before) {
-        const CalculatedSlip slip(installation, record, former,
-                                  installation.read(kEmployees, record).value_or(""), run.period);
-        const bool calculated = was_calculated(slip, list);
-        for (Difference& difference :
-             check_identities(slip, calculated, scenario.without_identity)) {
-            difference.place = prefix(difference.place);
-            differences.push_back(std::move(difference));
-        }
-    }
-}
-
 std::map<int, std::string> employee_records(const Installation& installation,
                                             const Scenario& scenario) {
     std::map<int, std::string> records;
@@ -246,74 +97,6 @@ std::map<int, std::string> employee_records(const Installation& installation,
         records[employee.record] = installation.read(kEmployees, employee.record).value_or("");
     }
     return records;
-}
-
-void compare_run(const Installation& installation, const ScenarioRun& run,
-                 const ProcessResult& result, Prefix prefix, Differences& differences) {
-    if (result.too_long) {
-        differences.push_back({prefix(std::string(texts::kToolPlaceStatus.utf8)),
-                               std::to_string(run.exit_status),
-                               std::string(texts::kToolTooLong.utf8)});
-        return;
-    }
-    if (result.status != run.exit_status) {
-        differences.push_back({prefix(std::string(texts::kToolPlaceStatus.utf8)),
-                               std::to_string(run.exit_status), std::to_string(result.status)});
-    }
-    const RunOutput output = read_run_output(result.output);
-    compare_boxes(run, output.boxes, prefix, differences);
-    if (run.expected_list) {
-        compare_list(*run.expected_list, output.list, prefix, differences);
-    }
-    if (!run.expected_fixed.empty()) {
-        compare_fields(run.expected_fixed, installation.read(kFixedData, 1).value_or(""), prefix,
-                       differences);
-    }
-    if (!run.expected_company.empty()) {
-        const int company = installation.read_selection().front().first;
-        compare_fields(run.expected_company, installation.read(kCompanies, company).value_or(""),
-                       prefix, differences);
-    }
-    for (const auto& [record, expected] : run.expected) {
-        if (run.expected.size() > 1) {
-            prefix.employee = fill(texts::kToolPlaceEmployee, {std::to_string(record)});
-        }
-        compare_employee(installation, record, expected, prefix, differences);
-    }
-}
-
-/// Adds the slip that a run has calculated to the sums that the scenario expects.
-void add_to_sums(const Installation& installation, const Scenario& scenario, const ScenarioRun& run,
-                 const std::vector<std::string>& list, Sums& sums) {
-    for (const auto& [record, expected] : scenario.runs.front().expected) {
-        const std::string employee = installation.read(kEmployees, record).value_or("");
-        if (expected.sums.empty() ||
-            !was_calculated(CalculatedSlip(installation, record, employee, employee, run.period),
-                            list)) {
-            continue;
-        }
-        std::vector<double>& of_employee = sums[record];
-        of_employee.resize(expected.sums.size());
-        for (std::size_t i = 0; i < expected.sums.size(); ++i) {
-            of_employee[i] += MXREPOSITORY::LEGGICAMPONUM(expected.sums[i].field, 0, employee);
-        }
-    }
-}
-
-void compare_sums(const Scenario& scenario, const Sums& sums, Differences& differences) {
-    for (const auto& [record, expected] : scenario.runs.front().expected) {
-        const auto found = sums.find(record);
-        for (std::size_t i = 0; i < expected.sums.size(); ++i) {
-            const double sum = found != sums.end() ? found->second[i] : 0;
-            if (std::optional<Difference> difference = compare_sum(expected.sums[i], sum)) {
-                if (scenario.description.employees.size() > 1) {
-                    difference->place = fill(texts::kToolPlaceEmployee, {std::to_string(record)}) +
-                                        difference->place;
-                }
-                differences.push_back(*std::move(difference));
-            }
-        }
-    }
 }
 
 Installation install(const Scenario& scenario, const ScenarioTools& tools,
@@ -338,7 +121,7 @@ Installation install_scenario(const Scenario& scenario, const std::string& direc
 
 std::vector<Difference> run_scenario(const Scenario& scenario, const ScenarioTools& tools,
                                      const std::string& directory) {
-    Differences differences;
+    std::vector<Difference> differences;
     if (!scenario.archives.empty()) {
         std::string names;
         for (const std::string& name : scenario.archives) {
@@ -350,11 +133,6 @@ std::vector<Difference> run_scenario(const Scenario& scenario, const ScenarioToo
     Installation installation = install(scenario, tools, directory + "/installazione");
     Sums sums;
     for (std::size_t i = 0; i < scenario.runs.size(); ++i) {
-        const ScenarioRun& run = scenario.runs[i];
-        Prefix prefix;
-        if (scenario.runs.size() > 1) {
-            prefix.run = fill(texts::kToolPlaceRun, {std::to_string(i + 1)});
-        }
         if (i > 0) {
             prepare_run(installation, scenario, i);
         }
@@ -363,13 +141,11 @@ std::vector<Difference> run_scenario(const Scenario& scenario, const ScenarioToo
                                                       ? employee_records(installation, scenario)
                                                       : std::map<int, std::string>();
         installation.close();
-        const ProcessResult result = run_batch(tools, run, installation, directory);
-        compare_run(installation, run, result, prefix, differences);
-        const std::vector<std::string> list = read_run_output(result.output).list;
-        compare_identities(installation, scenario, run, before, list, prefix, differences);
-        add_to_sums(installation, scenario, run, list, sums);
+        const ProcessResult result = run_batch(tools, scenario.runs[i], installation, directory);
+        compare_run(installation, scenario, i, result, before, differences);
+        add_to_sums(installation, scenario, i, result, sums);
         if (tools.after_run) {
-            tools.after_run(static_cast<int>(i) + 1, run, installation);
+            tools.after_run(static_cast<int>(i) + 1, scenario.runs[i], installation);
         }
     }
     compare_sums(scenario, sums, differences);
