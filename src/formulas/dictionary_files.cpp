@@ -51,10 +51,13 @@ double number_of(std::string_view digits) {
     return number;
 }
 
+Repository::LetterBase& entry_of(char letter) {
+    return repository.letter_bases.at(static_cast<std::size_t>(letter - 'A'));
+}
+
 /// Base of a letter; a letter that is not loaded begins after the last entry.
 std::int32_t begin_letter(char letter) {
-    Repository::LetterBase& entry =
-        repository.letter_bases.at(static_cast<std::size_t>(letter - 'A'));
+    Repository::LetterBase& entry = entry_of(letter);
     if (entry.base < 0) {
         entry.base = highest_index();
         repository.INDICELETTERE += letter;
@@ -106,6 +109,7 @@ void load_file(int logical_file, char letter) {
         }
         store_entry(MXLIBRERIA::record_buffer(n), base);
     }
+    entry_of(letter).last = highest_index();
     std::string& index = repository.INDICELETTERE;
     index.replace(index.size() - 4, 4, zeri_a_sinistra(std::to_string(highest_index()), 4));
     if (opened_here) {
@@ -128,7 +132,11 @@ double slot_of(std::string_view code) {
 
 std::int32_t base_of(char letter) {
     const bool in_range = letter >= 'A' && letter <= 'Z' && !repository.INDICELETTERE.empty();
-    return in_range ? repository.letter_bases.at(static_cast<std::size_t>(letter - 'A')).base : -1;
+    return in_range ? entry_of(letter).base : -1;
+}
+
+std::int32_t last_index_of(char letter) {
+    return entry_of(letter).last;
 }
 
 std::int32_t highest_index() {

@@ -126,6 +126,7 @@ double applied(char operation, double accumulator, double v) {
     }
 }
 
+/// The text that the item and the registers hold.
 std::string posted(double accumulator, int decimals, std::size_t width) {
     return aligned(arrotondato_testo(accumulator, decimals), width);
 }
@@ -145,8 +146,8 @@ void store(const std::string& target, double accumulator, std::int16_t write) {
         formula_registers.TMP[register_entry(target)] = posted(accumulator, 5, kFieldWidth);
     } else if (begins(target, "P") || begins(target, "Q") || begins(target, "T")) {
         if (write != 0) {
-            scrivi_con_segno(std::string_view(target).substr(0, 4),
-                             posted(accumulator, 5, kFieldWidth));
+            XREPOW(std::string_view(target).substr(0, 4), 0,
+                   zeri_a_sinistra(arrotondato_testo(accumulator, 5), kFieldWidth));
         }
     } else {
         platform::window().box(texts::kPlainBoxTitle.bytes(),

@@ -12,6 +12,9 @@ namespace MXREPOSITORY {
 /// Base of a letter in the table; -1 for a letter that is not loaded.
 [[nodiscard]] std::int32_t base_of(char letter);
 
+/// Highest index that belongs to a loaded letter.
+[[nodiscard]] std::int32_t last_index_of(char letter);
+
 /// Last index of the table.
 [[nodiscard]] std::int32_t highest_index();
 

@@ -76,11 +76,18 @@ bool above_table(std::string_view name, double slot) {
     return base_of(name.front()) + slot > highest_index();
 }
 
+/// Index of a slot in the table. A slot above the highest of its own letter, where the next letter
+/// may stand, is the one entry that is always empty.
+std::size_t index_of(char letter, double slot) {
+    const std::int32_t base = base_of(letter);
+    return slot < 1 || base + slot > last_index_of(letter) ? 0
+                                                           : static_cast<std::size_t>(base + slot);
+}
+
 /// The entry of a slot, or the box that tells that the name does not exist.
 std::optional<NamedField> field_at(std::string_view name, double spostamento, double slot) {
-    const auto index =
-        slot < 1 ? std::size_t{0} : static_cast<std::size_t>(base_of(name.front()) + slot);
-    const std::string& entry = repository.TABELLACAMPI[index];  // the first is always empty
+    const std::size_t index = index_of(name.front(), slot);
+    const std::string& entry = repository.TABELLACAMPI[index];
     if (entry.empty()) {
         repository.type.clear();
         show(texts::kRepositoryNoSuchName, std::string(name) + " " + testo_numero(spostamento));
@@ -163,19 +170,6 @@ std::optional<NamedField> target_field(std::string_view name, double spostamento
     return field;
 }
 
-void write_field(const NamedField& field, const std::string& value, std::string& buffer) {
-    std::string copy = value;
-    const std::size_t comma = copy.find(',');
-    if (comma != std::string::npos) {
-        copy[comma] = '.';
-    }
-    if (!buffer.empty()) {
-        overwrite(buffer, field, encode(field, copy));
-    } else if (field.area != Area::unknown) {
-        overwrite(area(field.area), field, encode(field, copy));
-    }
-}
-
 constexpr double kFirstLineSlot = 401;
 constexpr double kLastLineSlot = 500;
 constexpr std::size_t kLineWidth = 35;
@@ -206,32 +200,25 @@ std::string XREPOR(std::string_view name, double spostamento, const std::string&
 
 void XREPOW(std::string_view name, double spostamento, const std::string& value,
             std::string& buffer) {
-    if (const std::optional<NamedField> field = target_field(name, spostamento)) {
-        write_field(*field, value, buffer);
+    const std::optional<NamedField> field = target_field(name, spostamento);
+    if (!field) {
+        return;
+    }
+    std::string copy = value;
+    const std::size_t comma = copy.find(',');
+    if (comma != std::string::npos) {
+        copy[comma] = '.';
+    }
+    if (!buffer.empty()) {
+        overwrite(buffer, *field, encode(*field, copy));
+    } else if (field->area != Area::unknown) {
+        overwrite(area(field->area), *field, encode(*field, copy));
     }
 }
 
 void XREPOW(std::string_view name, double spostamento, const std::string& value) {
     std::string area_itself;
     XREPOW(name, spostamento, value, area_itself);
-}
-
-void scrivi_con_segno(std::string_view name, const std::string& value) {
-    const std::optional<NamedField> field = target_field(name, 0);
-    if (!field) {
-        return;
-    }
-    std::string text = value;
-    if (!text.empty() && text.front() == '-' && field->type != 'A') {
-        // The whole digits fill the field but for its first position, which is the minus.
-        NORMALIZZAESPONENTE(text);
-        const auto width =
-            static_cast<std::size_t>(std::max(1, field->length - field->decimals())) - 1;
-        const std::size_t point = std::min(text.find('.'), text.size());
-        text = "-" + zeri_a_sinistra(text.substr(1, point - 1), width) + text.substr(point);
-    }
-    std::string area_itself;
-    write_field(*field, text, area_itself);
 }
 
 std::string leggi_blocco_righe() {

@@ -32,9 +32,11 @@ struct Repository {
     };
     std::vector<Field> fields;
 
-    /// Bases of the letters A to Z, as INDICELETTERE tells them; -1 for a letter not loaded.
+    /// Bases and highest indexes of the letters A to Z, as INDICELETTERE tells them; base -1 for a
+    /// letter not loaded.
     struct LetterBase {
         std::int32_t base = -1;
+        std::int32_t last = -1;
     };
     std::array<LetterBase, 26> letter_bases{};
 };
@@ -55,10 +57,6 @@ void XREPOW(std::string_view name, double spostamento, const std::string& value,
             std::string& buffer);
 /// The same into the area.
 void XREPOW(std::string_view name, double spostamento, const std::string& value);
-
-/// XREPOW into the area with the minus of a negative amount in the first position of the field,
-/// where every way of reading finds it.
-void scrivi_con_segno(std::string_view name, const std::string& value);
 
 /// Slots 401 to 500 of letter Q as one text of 3,500 characters, and back.
 [[nodiscard]] std::string leggi_blocco_righe();

@@ -308,11 +308,24 @@ TEST_F(Formula, WithoutTheFlagNoFieldOfTheEmployeeChanges) {
     EXPECT_EQ(num(Z153), 12);
 }
 
-TEST_F(Formula, ANegativeResultStoredInAFieldReadsBackNegative) {
+TEST_F(Formula, ANegativeResultStoredInAFieldLeavesItsMinusAmongTheDigits) {
+    const auto characters = [](const Descriptor& field) {
+        return area(Area::DIPX)
+            .substr(static_cast<std::size_t>(field.offset) - 1,
+                    static_cast<std::size_t>(field.length));
+    };
+    // "00000-12.34000" in eight characters with two decimals, and "000-1234.00000".
+    run({"-12.34", "=P023"});
+    EXPECT_EQ(characters(P023), "000-1234");
+    EXPECT_EQ(num(P023), -12.34);
+    run({"-1234", "=P023"});
+    EXPECT_EQ(characters(P023), "0-123400");
+    EXPECT_EQ(num(P023), -1234);
+    // "00000-12.50000" in a field of two decimals: "00000-1250". The field reads -12.50; a formula,
+    // which takes the characters as they stand, reads "00000-12.50" and stops at the minus.
     run({"-12.5", "=Q100", ".Q100", "=CU"});
     EXPECT_EQ(num(Q100), -12.5);
-    EXPECT_EQ(testo(Q100), "-00000012.50");
-    EXPECT_EQ(num(Z152), -12.5);
+    EXPECT_EQ(num(Z152), 0);
 }
 
 TEST_F(Formula, YearlyTablesAreNoTarget) {

@@ -130,22 +130,6 @@ TEST_F(NamedAccess, EveryFieldIsWrittenTheSameByNameAndByDescriptor) {
     });
 }
 
-TEST_F(NamedAccess, ANegativeAmountWithItsSignInFrontIsWrittenTheSameByNameAndByDescriptor) {
-    for_every_field([](const Descriptor& field) {
-        for (const char* amount :
-             {"-0000012.50000", "-.50000", "-1234567.12000", "-7", "0000012.50000"}) {
-            if (field.type == 'A' || (field.decimals() == 0 && std::string(amount) != "-7")) {
-                continue;
-            }
-            std::string value = amount;
-            std::string by_descriptor = area(field.area);
-            SCRIVICAMPO(field, value, 0, by_descriptor);
-            scrivi_con_segno(field.name(), amount);
-            ASSERT_EQ(area(field.area), by_descriptor) << amount;
-        }
-    });
-}
-
 // ---- Loading ----
 
 TEST_F(NamedAccess, TheDictionaryIsReadOnce) {
@@ -277,6 +261,22 @@ TEST_F(NamedAccess, ANameThatDoesNotExistShowsNameAndDisplacement) {
     EXPECT_EQ(XREPOR("P999", 0, ""), "");
     window->expect_box("ERRORE REPOSITORY: nome inesistente P998 1");
     XREPOW("P998", 1, "1");
+}
+
+TEST_F(NamedAccess, ASlotAboveTheLettersOwnLastIsNoFieldOfTheNextLetter) {
+    (void)XREPOR("Q001", 0, "");
+    (void)XREPOR("P001", 0, "");  // P begins after the last field of Q: QC50 would be PA06
+    ASSERT_EQ(repository.letter_bases['P' - 'A'].base + 2006,
+              repository.letter_bases['Q' - 'A'].base + 4050);
+    scrivi(PA06, 7);
+    const std::string before = area(Area::DIPX);
+    window->expect_box("ERRORE REPOSITORY: nome inesistente QC50 0");
+    XREPOW("QC50", 0, "1");
+    EXPECT_EQ(area(Area::DIPX), before);
+    window->expect_box("ERRORE REPOSITORY: nome inesistente QC50 0");
+    EXPECT_EQ(XREPOR("QC50", 0, ""), "");
+    window->expect_box("ERRORE REPOSITORY: nome inesistente Q 4050");
+    EXPECT_EQ(XREPOR("Q", 4050, ""), "");
 }
 
 TEST_F(NamedAccess, AboveTheTableReadingIsEmptyAndWritingTellsTheDisplacement) {
@@ -411,22 +411,7 @@ TEST_F(NamedAccess, RefusedWritesChangeNothing) {
     XREPOW("P999", 0, "1");
     window->expect_box("spostamento");
     XREPOW("P017", 9000, "1");
-    window->expect_box("nome inesistente");
-    scrivi_con_segno("P999", "-1");
     EXPECT_EQ(area(Area::DIPX), before);
-}
-
-TEST_F(NamedAccess, ANegativeAmountKeepsItsSignInFront) {
-    archive.add(25, dictionary_record("E001", 1, 8, '2'));
-    area(Area::STUX) = "########";
-    scrivi_con_segno("E001", "-0000012.50999");
-    EXPECT_EQ(area(Area::STUX), "-0001250");
-    EXPECT_EQ(valore(XREPOR("E001", 0, "")), -12.5);
-    scrivi_con_segno("E001", "-1234567.89000");  // fills the field: its top digits are lost
-    EXPECT_EQ(area(Area::STUX), "-3456789");
-    scrivi_con_segno("E001", "0000012.50999");
-    EXPECT_EQ(area(Area::STUX), "00001250");
-    clear_areas();
 }
 
 // ---- Damaged and missing dictionaries ----
