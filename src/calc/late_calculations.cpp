@@ -35,12 +35,9 @@ void relieve_severance_fund() {
     }
 }
 
-/// The January difference, to the whole unit: an increase to Q780, a decrease to Q781. The ordinary
-/// slip of January starts both again.
+/// The January difference, to the whole unit: an increase to Q780, a decrease to Q781. The other
+/// field keeps what the record or an item brings; the opening of the year empties both.
 void store_january_difference() {
-    if (period.month() == 1 && period.ordinary()) {
-        azzera({Q780, Q781});
-    }
     slip.RETRIBUZIONEDIFF = unita(slip.RETRIBUZIONEDIFF);
     if (slip.RETRIBUZIONEDIFF > 0) {
         scrivi(Q780, slip.RETRIBUZIONEDIFF);

@@ -3,7 +3,6 @@
 #include "calc/dates.h"
 #include "calc/phases.h"
 #include "context/period.h"
-#include "context/trace.h"
 #include "records/dictionary/DIPX.h"
 #include "records/fields.h"
 
@@ -15,7 +14,6 @@ using namespace MXLIBRERIA;
 EmployerPercentages employer_percentages;
 
 void clear_all_zero_texts() {
-    TRACCIA("clear_all_zero_texts");
     blank_all_zero({P051, PA46, P977, P966, P180, P962, P963, P961, P867, P536, P805});
     blank_all_zero(serie(P816, P819));
     blank_all_zero({P946, P951, P795});
@@ -24,13 +22,12 @@ void clear_all_zero_texts() {
         {P898, P899, P824, P769, P770, P789, P790, P784, P785, P931, P933, P796, P815, P942, P779});
     // Tax codes of the relatives: one dated block of four fields each.
     blank_all_zero(serie(P634, P718, 4));
-    blank_all_zero({PA55, P722, PA60, P018});
-    // The other texts that stand in front of a date.
+    blank_all_zero({PA55, PA60});
+    // The other texts that stand in front of a date. P722 is cleaned with the deductions.
     blank_all_zero({Q843, PA88, PA90, PA92, PA94});
 }
 
 void first_blanking_list() {
-    TRACCIA("first_blanking_list");
     svuota(serie(Q510, Q513));
     svuota({Q519, Q191});
     svuota(serie(Q616, Q633));
@@ -41,7 +38,6 @@ void first_blanking_list() {
 }
 
 void second_blanking_list() {
-    TRACCIA("second_blanking_list");
     svuota({PA66, PA67, PA70, PA73, PA76, PA79});
     for (const Descriptor& date : {PA68, PA69, PA71, PA72, PA74, PA75, PA77, PA78}) {
         scrivi(date, "00000000");
@@ -50,22 +46,15 @@ void second_blanking_list() {
 }
 
 // Filled when the late calculations are built; does nothing yet.
-void employer_percentage() {
-    TRACCIA("employer_percentage");
-}
+void employer_percentage() {}
 
 // Filled when the late calculations are built; does nothing yet.
-void second_employer_percentage() {
-    TRACCIA("second_employer_percentage");
-}
+void second_employer_percentage() {}
 
 // Filled when the late calculations are built; does nothing yet.
-void severance_fund_relief() {
-    TRACCIA("severance_fund_relief");
-}
+void severance_fund_relief() {}
 
 void year_end_clearing() {
-    TRACCIA("year_end_clearing");
     const Date leaving = Date::of(testo(P017));
     if (!leaving.given() || period.yyyymm() <= leaving.yyyymm() || num(Q055) == 0) {
         return;

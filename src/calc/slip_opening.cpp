@@ -132,8 +132,12 @@ void set_switches() {
     }
 }
 
-/// Rate S004 of the sector; the contracts 4 and 5 with P188 pay half a point less.
+/// Rate S004 of the sector; the contracts 4 and 5 with P188 pay half a point less. A collaborator
+/// has none of the sector's rates.
 void set_sector_rate() {
+    if (collaborator()) {
+        return;
+    }
     const double contract = num(P045);
     const bool reduced = (contract == 4 || contract == 5) && num(P188) == 1;
     slip.sector_rate = std::max(0.0, num(S004) - (reduced ? 0.5 : 0.0));

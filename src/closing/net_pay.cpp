@@ -5,7 +5,6 @@
 
 #include "closing/closing.h"
 #include "context/period.h"
-#include "context/trace.h"
 #include "context/utilities.h"
 #include "history/slip_images.h"
 #include "records/dictionary/DIPX.h"
@@ -127,7 +126,6 @@ void net_and_rounding() {
 }
 
 void net_pay_block() {
-    MXLIBRERIA::TRACCIA("NETTO");
     const bool taxed = num(Q274) != 0 || num(P031) != 0;
     if (taxed) {
         settle_flags_and_sums();
@@ -149,8 +147,8 @@ void cumulative_method() {
     tax_state.ImponibileCorrente = num(P256) + num(Q013);
     ModSWCALB::CALCIMPOSTA();
     tax_state.PrimaPassata = 0;
-    const double tax = std::max(
-        0.0, tax_state.ImpostaLorda - tax_state.tax_credit - ModSWCALB::sum_of_deductions());
+    // Off the tax of the year so far go the credit (Q174) and the deductions (Q666) so far.
+    const double tax = std::max(0.0, tax_state.ImpostaLorda - num(Q174) - num(Q666));
     const double withheld = num(Q014) + num(Q515);
     if (withheld > tax) {
         const double difference = withheld - tax;

@@ -7,7 +7,6 @@
 #include "closing/state.h"
 #include "closing/tax_pass.h"
 #include "context/period.h"
-#include "context/trace.h"
 #include "history/year_totals.h"
 #include "records/dictionary/DIPX.h"
 #include "records/fields.h"
@@ -81,15 +80,13 @@ void settlement() {
 }  // namespace
 
 void year_end_block() {
-    MXLIBRERIA::TRACCIA("CONGUAGLIO");
     if (ModSWCALB::adjustment_only() && period.additional()) {
         return;
     }
     const CertificateSums sums = sums_to_date();
     tax_of_the_year(sums);
     net_tax_of_the_year(sums);
-    ModSWCALB::regional_surtax();
-    ModSWCALB::municipal_surtax();
+    ModSWCALB::surtaxes_of_the_year();
     settlement();
 }
 

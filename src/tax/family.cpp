@@ -29,7 +29,8 @@ bool is_child(Dependant kind) {
     return kind == Dependant::child || kind == Dependant::disabled_child;
 }
 
-/// Employment within the run's year, up to the run.
+}  // namespace
+
 MonthSpan employment_months() {
     const int year = MXLIBRERIA::period.year();
     const int hired = month_of(num(P014) != 0 ? P014 : P013);
@@ -46,8 +47,6 @@ MonthSpan employment_months() {
     }
     return span;
 }
-
-}  // namespace
 
 int dependants_counted() {
     return static_cast<int>(num(P035) - num(P595));

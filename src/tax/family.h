@@ -35,6 +35,9 @@ struct MonthSpan {
     int first = 1;
     int last = 0;
 };
+/// Months of employment within the run's year, from January or the hiring up to the run or the
+/// leaving.
+[[nodiscard]] MonthSpan employment_months();
 /// The months that stand in the slot's months field are the latest ones of the year; without them
 /// those of the employment up to the run.
 [[nodiscard]] MonthSpan months_granted(std::size_t slot);

@@ -8,6 +8,7 @@
 #include "records/fields.h"
 #include "records/numbers.h"
 #include "tax/deductions.h"
+#include "tax/family.h"
 #include "tax/income_tax.h"
 
 namespace ModSWCALB {
@@ -16,24 +17,38 @@ using namespace MXREPOSITORY;
 
 namespace {
 
+// How P034 counts the months.
+constexpr double kFromFirstMonth = 1;  ///< all months of employment in the year, whenever it is set
+constexpr double kByInstalments = 3;   ///< P090 instalments a year
+
+/// Instalments of the year: with P034 = 3 the P090 of the employee where it is 1 to 12.
+double older_periods() {
+    if (num(P034) != kByInstalments) {
+        return deduction_periods();
+    }
+    const double instalments = num(P090);
+    return instalments >= 1 && instalments <= 12 ? instalments : 12;
+}
+
 /// Months of employment deduction so far (Q660): by instalments, or one for each month of service.
 void count_employment_months() {
     if (adjustment_only()) {
         return;
     }
     const double mode = num(P034);
-    if (num(P447) == 1 || mode == 3) {
-        const double instalments = num(P090) == 0 ? 12 : num(P090);
-        aggiungi(Q660, Int(12 / instalments));
+    if (num(P447) == 1 || mode == kByInstalments) {
+        aggiungi(Q660, Int(12 / older_periods()));
     } else if (month_counts_for_deductions()) {
-        aggiungi(Q660, 1);
+        const MonthSpan employment = employment_months();
+        const double months = std::max(0, employment.last - employment.first + 1);
+        scrivi(Q660, mode == kFromFirstMonth ? months : num(Q660) + 1);
     }
 }
 
 /// Parts of the year in the table's sums: they are yearly when P585 = 0, otherwise those of the
 /// month. At the year-end they are taken whole.
 double periods_of_the_table() {
-    return tax_state.ConguaglioAnnuale || num(P585) != 0 ? 1 : deduction_periods();
+    return tax_state.ConguaglioAnnuale || num(P585) != 0 ? 1 : older_periods();
 }
 
 /// Type of the first dependant. Where it is the only one it takes the spouse's place, and no

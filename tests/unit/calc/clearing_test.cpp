@@ -277,6 +277,15 @@ TEST_F(Blanking, TakesEveryTextThatStandsInFrontOfADate) {
     }
 }
 
+TEST_F(Blanking, LeavesTheTextsThatStandInFrontOfNoDate) {
+    for (const Descriptor& text : {P722, P018}) {
+        const std::string zeros(static_cast<std::size_t>(text.length), '0');
+        scrivi(text, zeros);
+        clear_all_zero_texts();
+        EXPECT_EQ(testo(text), zeros) << text.name();
+    }
+}
+
 TEST_F(Blanking, EmptiesTheTwoLists) {
     scrivi(Q512, 5);
     scrivi(Q620, 5);

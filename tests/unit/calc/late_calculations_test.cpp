@@ -80,14 +80,19 @@ TEST_F(LateCalculations, TheJanuaryDifferenceGoesToItsSide) {
     EXPECT_EQ(num(Q781), 0);
     slip.RETRIBUZIONEDIFF = -99.6;
     late_calculations();
-    EXPECT_EQ(num(Q780), 0);
+    EXPECT_EQ(num(Q780), 100);   // stays: only the opening of the year empties it
     EXPECT_EQ(num(Q781), -100);  // Int(-99.6 + 0.5)
 }
 
-TEST_F(LateCalculations, TheDifferenceOfJanuaryStaysInTheMonthsAfter) {
-    scrivi(Q780, 100);
-    late_calculations();
-    EXPECT_EQ(num(Q780), 100);
+TEST_F(LateCalculations, ADifferenceInTheRecordStaysInEveryMonth) {
+    for (const char* month : {"310520244", "310120244"}) {
+        at(month);
+        scrivi(Q780, 100);
+        scrivi(Q781, -40);
+        late_calculations();
+        EXPECT_EQ(num(Q780), 100);
+        EXPECT_EQ(num(Q781), -40);
+    }
 }
 
 TEST_F(LateCalculations, TheTaxableGoesToItsClass) {

@@ -119,6 +119,15 @@ TEST_F(OpenSlip, CenturiesAreNoLeapYears) {
     EXPECT_EQ(num(P215), 29);
 }
 
+TEST_F(OpenSlip, CollaboratorsHaveNoneOfTheSectorsRates) {
+    field(S004, "2.5");
+    open();
+    EXPECT_EQ(slip.PCTCONTR[2], 2.5);
+    field(P447, "1");
+    open();
+    EXPECT_EQ(slip.PCTCONTR[2], 0);
+}
+
 TEST_F(OpenSlip, CollaboratorsCountTheirOwnDays) {
     field(P447, "1");
     field(P449, "20");

@@ -362,6 +362,23 @@ TEST_F(ClosingTest, SuspendedTaxOfTheYearGoesToTheSuspension) {
     EXPECT_EQ(num(P259), 0);
 }
 
+TEST_F(ClosingTest, AnExcessOfPaidAndSuspendedTaxIsPaidAndComesOffThePaidOne) {
+    MXLIBRERIA::period.set("311220244");
+    brackets_2024();
+    ModSWCALB::tax_state.ConguaglioAnnuale = true;
+    scrivi(P031, 2);
+    scrivi(P792, 1);
+    scrivi(Q013, 20000);
+    scrivi(Q014, 300);
+    scrivi(Q801, 5000);
+    year_end_block();
+    EXPECT_EQ(num(Q022), 700);  // 300 + 5000 - 4600
+    EXPECT_EQ(num(P241), 700);
+    EXPECT_EQ(num(Q014), -400);
+    EXPECT_EQ(num(Q801), 5000);
+    EXPECT_EQ(num(P793), 0);
+}
+
 TEST_F(ClosingTest, FlatPercentageOfTheEmployeeRulesTheYear) {
     MXLIBRERIA::period.set("311220244");
     brackets_2024();
@@ -385,6 +402,21 @@ TEST_F(ClosingTest, CumulativeMethodTaxesTheYearToDate) {
     EXPECT_EQ(num(Q021), 460);  // 10000 x 23 % - 1840
     EXPECT_EQ(num(Q014), 2300);
     EXPECT_EQ(num(P259), 460);
+}
+
+TEST_F(ClosingTest, CumulativeMethodTakesCreditAndDeductionsToDateOff) {
+    brackets_2024();
+    scrivi(T184, 1);
+    scrivi(P031, 2);
+    scrivi(P256, 2000);
+    scrivi(Q013, 8000);
+    scrivi(Q014, 1840);
+    scrivi(Q174, 60);
+    scrivi(Q666, 300);
+    ModSWCALB::tax_state.tax_credit = 20;  // the month's, inside the 60
+    cumulative_method();
+    EXPECT_EQ(num(Q021), 100);  // 2300 - 60 - 300 - 1840
+    EXPECT_EQ(num(Q014), 1940);
 }
 
 TEST_F(ClosingTest, CumulativeMethodHoldsTheRefundBack) {

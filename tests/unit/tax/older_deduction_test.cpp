@@ -7,7 +7,7 @@ using namespace tax_test;
 class OlderDeduction : public TaxTest {
   protected:
     OlderDeduction() {
-        scrivi(P034, 1);
+        scrivi(P034, 2);
         scrivi(P583, 1);
         scrivi(P256, 2000);  // R 24000
         scrivi(F400, 40000);
@@ -62,14 +62,35 @@ TEST_F(OlderDeduction, InstalmentsCountTheirMonths) {
     scrivi(P090, 4);
     DetrLavoro();
     EXPECT_EQ(num(Q660), 3);
-    scrivi(P090, 0);
-    DetrLavoro();
-    EXPECT_EQ(num(Q660), 4);
+    EXPECT_EQ(num(Q648), 120);  // 1200 x .4 / 4: four such instalments are the year
+    EXPECT_EQ(num(Q651), 24);   // 240 x .4 / 4
+    for (const double monthly : {0, 12, 13, 14}) {
+        scrivi(Q660, 3);
+        scrivi(P090, monthly);
+        DetrLavoro();
+        EXPECT_EQ(num(Q660), 4) << monthly;
+        EXPECT_EQ(num(Q648), 40) << monthly;  // 1200 x .4 / 12
+    }
     scrivi(P034, 1);
     scrivi(P447, 1);
     scrivi(P090, 6);
     DetrLavoro();
     EXPECT_EQ(num(Q660), 6);
+}
+
+TEST_F(OlderDeduction, Mode1CountsFromTheFirstMonthOfEmploymentInTheYear) {
+    scrivi(P034, 1);
+    DetrLavoro();
+    EXPECT_EQ(num(Q660), 5);  // January to May
+    DetrLavoro();
+    EXPECT_EQ(num(Q660), 5);
+    scrivi(P013, "16032024");
+    DetrLavoro();
+    EXPECT_EQ(num(Q660), 3);  // March to May
+    year_of(24000);
+    DetrLavoro();
+    EXPECT_EQ(num(Q660), 10);
+    EXPECT_EQ(num(Q648), 400);  // 1200 x .4 / 12 x 10
 }
 
 TEST_F(OlderDeduction, ALeaverOfAnotherMonthCountsNoMonth) {
