@@ -8,17 +8,11 @@ using MXLIBRERIA::TRACCIA;
 
 // Filled when the room of the monthly archive is built; each does nothing yet.
 
-void prepare_tables() {
-    TRACCIA("PREPARARETMEN");
-}
+void prepare_tables() {}
 
-void open_archive() {
-    TRACCIA("APRIRETMEN");
-}
+void open_archive() {}
 
-void close_archive() {
-    TRACCIA("CHIUDIRETMEN");
-}
+void close_archive() {}
 
 void AGGIORNA_RETRIBUZIONI_MENSILI_INPS() {
     TRACCIA("AGGIORNA_RETRIBUZIONI_MENSILI_INPS");

@@ -22,18 +22,12 @@ void ERR_CALCOLA_ESONERO_NUOVI_ASS() {
 }
 
 // Filled when the incentives are built; does nothing yet.
-void open_exemption_OP() {
-    TRACCIA("open_exemption_OP");
-}
+void open_exemption_OP() {}
 
 // Filled when the incentives are built; does nothing yet.
-void yearly_exemption_share() {
-    TRACCIA("yearly_exemption_share");
-}
+void yearly_exemption_share() {}
 
 // Filled when the incentives are built; does nothing yet.
-void youth_contract_incentive() {
-    TRACCIA("youth_contract_incentive");
-}
+void youth_contract_incentive() {}
 
 }  // namespace ModSWCALM

@@ -5,7 +5,6 @@
 
 #include "closing/closing.h"
 #include "context/period.h"
-#include "context/trace.h"
 #include "contributions/allowances.h"
 #include "contributions/contributions.h"
 #include "records/dictionary/DIPX.h"
@@ -168,7 +167,6 @@ void repeat_guard() {
 }  // namespace
 
 void year_to_date_block() {
-    MXLIBRERIA::TRACCIA("PROGRESSIVI");
     collaborators();
     raise_to_minimum();
     taxable_and_wages();

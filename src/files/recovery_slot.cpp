@@ -10,7 +10,6 @@
 #include <utility>
 
 #include "context/environment.h"
-#include "context/trace.h"
 #include "files/logical_files.h"
 #include "platform/failure.h"
 
@@ -347,7 +346,6 @@ void sync_recovery_slot() {
 }
 
 std::vector<FinishedRecord> finish_killed_step() {
-    TRACCIA("RIPRESA");
     const std::string path = slot_path();
     if (!files().exists(path)) {
         return {};

@@ -2,14 +2,12 @@
 
 #include "context/environment.h"
 #include "context/period.h"
-#include "context/trace.h"
 #include "context/utilities.h"
 
 namespace NZRetMesINPDAP {
 
 using MXLIBRERIA::ESISTEFILE;
 using MXLIBRERIA::kTrue;
-using MXLIBRERIA::TRACCIA;
 
 Quadri quadri;
 
@@ -18,7 +16,6 @@ std::string archive_name(const std::string& year) {
 }
 
 void prepare_name() {
-    TRACCIA("PREPARANOMEINPDAP");
     quadri.path = archive_name(MXLIBRERIA::period.year_text());
 }
 
@@ -28,16 +25,10 @@ bool archive_exists() {
 
 // Filled when the room of the public-sector quadri is built; each does nothing yet.
 
-void open_archive() {
-    TRACCIA("APRIINPDAP");
-}
+void open_archive() {}
 
-void close_archive() {
-    TRACCIA("CHIUDIINPDAP");
-}
+void close_archive() {}
 
-void update_declaration() {
-    TRACCIA("AGGIORNAINPDAP");
-}
+void update_declaration() {}
 
 }  // namespace NZRetMesINPDAP

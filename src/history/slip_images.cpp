@@ -2,7 +2,6 @@
 
 #include "context/environment.h"
 #include "context/period.h"
-#include "context/trace.h"
 #include "context/utilities.h"
 
 namespace NZCedLibPaga {
@@ -10,7 +9,6 @@ namespace NZCedLibPaga {
 using MXLIBRERIA::archive_path;
 using MXLIBRERIA::ESISTEFILE;
 using MXLIBRERIA::kTrue;
-using MXLIBRERIA::TRACCIA;
 
 SlipImages slip_images;
 
@@ -21,7 +19,6 @@ std::string archive_name(const std::string& year, const std::string& month) {
 }
 
 void prepare_name() {
-    TRACCIA("PREPARANOMECED");
     slip_images.path =
         archive_name(MXLIBRERIA::period.year_text(), MXLIBRERIA::period.month_text());
 }
@@ -32,36 +29,21 @@ bool archive_exists() {
 
 // Filled when the room of the slip images is built; each does nothing yet.
 
-void open_archive() {
-    TRACCIA("APRICEDSTORICO");
-}
+void open_archive() {}
 
-void close_archive() {
-    TRACCIA("CHIUDICEDSTORICO");
-}
+void close_archive() {}
 
-void prepare_slip() {
-    TRACCIA("PREPARACEDOLINO");
-}
+void prepare_slip() {}
 
-void update_slip() {
-    TRACCIA("AGGIORNACEDOLINO");
-}
+void update_slip() {}
 
-void closing_step_Q970() {
-    TRACCIA("CEDOLINO Q970");
-}
+void closing_step_Q970() {}
 
-void closing_step_Q274() {
-    TRACCIA("CEDOLINO Q274");
-}
+void closing_step_Q274() {}
 
-void closing_step_net() {
-    TRACCIA("CEDOLINO NETTO");
-}
+void closing_step_net() {}
 
 bool slip_on_file(const std::string& /*employee*/, const std::string& /*yyyymm*/) {
-    TRACCIA("CEDOLINO IN ARCHIVIO");
     return false;
 }
 

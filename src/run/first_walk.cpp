@@ -10,7 +10,6 @@
 #include "calc/selection.h"
 #include "context/messages.h"
 #include "context/period.h"
-#include "context/trace.h"
 #include "context/utilities.h"
 #include "files/isam.h"
 #include "files/logical_files.h"
@@ -297,7 +296,6 @@ bool fund_period_starts(double frequency, int month) {
 }
 
 void first_walk() {
-    TRACCIA("PRIMOGIRO");
     const std::size_t total = Selection::count();
     std::size_t done = 0;
     double last_company = kNone;

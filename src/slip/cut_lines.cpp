@@ -3,7 +3,6 @@
 #include <string>
 
 #include "context/period.h"
-#include "context/trace.h"
 #include "records/dictionary/DIPX.h"
 #include "records/dictionary/FOTX.h"
 #include "records/fields.h"
@@ -77,7 +76,6 @@ void cut_of_extra_month(double wage, const Descriptor& at_three, const Descripto
 }  // namespace
 
 void sum_reduction_items() {
-    TRACCIA("sum_reduction_items");
     sum_lines_of_the_cut();
     scrivi(PB11, slip.items_59_60_74);
     scrivi(PB09, slip.extra_month_wage);
@@ -91,7 +89,6 @@ void sum_reduction_items() {
 }
 
 void sum_extra_month_items() {
-    TRACCIA("sum_extra_month_items");
     sum_lines_of_the_cut();
     scrivi(PB11, slip.items_59_60_74);
     if (num(PB05) != 0) {

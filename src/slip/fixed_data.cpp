@@ -199,7 +199,6 @@ void brackets_of_2023() {
 }
 
 void load_contribution_percentages() {
-    TRACCIA("load_contribution_percentages");
     if (num(P447) == 1) {
         slip.PCTCONTR.fill(0);
         return;

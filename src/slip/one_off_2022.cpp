@@ -1,7 +1,6 @@
 #include "slip/one_off_2022.h"
 
 #include "context/period.h"
-#include "context/trace.h"
 #include "records/dictionary/DIPX.h"
 #include "records/dictionary/DITX.h"
 #include "records/fields.h"
@@ -14,7 +13,6 @@ using namespace MXREPOSITORY;
 using namespace MXLIBRERIA;
 
 void one_off_2022() {
-    TRACCIA("one_off_2022");
     constexpr double kOneOff = 150;
     constexpr double kOneOffWageLimit = 1538;
     constexpr double kNovember = 11;

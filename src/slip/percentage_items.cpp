@@ -2,7 +2,6 @@
 
 #include <string>
 
-#include "context/trace.h"
 #include "context/utilities.h"
 #include "formulas/formula.h"
 #include "records/dictionary/DIPX.h"
@@ -58,7 +57,6 @@ double rewrite_lines_of(int code) {
 }  // namespace
 
 void recompute_percentage_items() {
-    TRACCIA("recompute_percentage_items");
     constexpr double kTakenOff = 2;
     walk_lines([](int, int code, const std::string& line) {
         if (!is_percentage_on_base()) {

@@ -5,7 +5,6 @@
 #include <string>
 
 #include "context/period.h"
-#include "context/trace.h"
 #include "context/utilities.h"
 #include "formulas/formula.h"
 #include "records/dictionary/DIPX.h"
@@ -116,7 +115,6 @@ void evaluate_line(const std::string& line, int code) {
 }  // namespace
 
 void evaluate_lines() {
-    TRACCIA("evaluate_lines");
     slip.piece = kFirstPiece;
     slip.position = 1;
     slip.last_line = false;

@@ -251,7 +251,6 @@ void DetrFamiliari() {
 }
 
 void refund_unused_large_family(double& net_tax) {
-    MXLIBRERIA::TRACCIA("refund_unused_large_family");
     const double large_family_sum = num(Q741);
     if (net_tax >= 0 || large_family_sum <= 0) {
         return;

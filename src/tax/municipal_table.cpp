@@ -10,8 +10,6 @@ void TABCOM() {
     MXLIBRERIA::TRACCIA("TABCOM");
 }
 
-void close_TABCOM() {
-    MXLIBRERIA::TRACCIA("CHIUDITABCOM");
-}
+void close_TABCOM() {}
 
 }  // namespace ModSWCALB

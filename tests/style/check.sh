@@ -32,4 +32,5 @@ complain "headers of the machine above the platform" \
         $(find src -path src/platform -prune -o -path src/nzutil -prune -o \
             -path src/installation -prune -o -type f -print))"
 python3 tests/style/floors.py || status=1
+python3 tests/style/trace.py || status=1
 exit $status
