@@ -5,6 +5,7 @@
 #include "installation/field_value.h"
 #include "platform/code_page.h"
 #include "records/fields.h"
+#include "records/meanings.h"
 #include "records/numbers.h"
 
 namespace nzutil {
@@ -33,6 +34,10 @@ std::string place_of(const FieldValue& value) {
     return place;
 }
 
+std::string meaning_in(const FieldValue& value) {
+    return platform::to_utf8(MXREPOSITORY::meaning_of(value.field.name()));
+}
+
 }  // namespace
 
 std::optional<Difference> compare_value(const FieldValue& expected, const std::string& record) {
@@ -43,7 +48,7 @@ std::optional<Difference> compare_value(const FieldValue& expected, const std::s
         return std::nullopt;
     }
     return Difference{place_of(expected), with_tolerance(platform::to_utf8(wanted), expected),
-                      platform::to_utf8(found)};
+                      platform::to_utf8(found), meaning_in(expected)};
 }
 
 std::optional<Difference> compare_sum(const FieldValue& expected, double sum) {
@@ -56,7 +61,7 @@ std::optional<Difference> compare_sum(const FieldValue& expected, double sum) {
     };
     return Difference{fill(texts::kToolPlaceSum, {place_of(expected)}),
                       with_tolerance(text(MXREPOSITORY::valore(expected.value)), expected),
-                      text(sum)};
+                      text(sum), meaning_in(expected)};
 }
 
 }  // namespace nzutil

@@ -1,4 +1,4 @@
-// campi, leggi, scrivi, scheda: descriptors, fields and records.
+// leggi, scrivi, scheda: descriptors, fields and records.
 
 #include <algorithm>
 #include <iostream>
@@ -11,6 +11,7 @@
 #include "records/dictionary/DIPX.h"
 #include "records/dictionary/FOTX.h"
 #include "records/fields.h"
+#include "records/meanings.h"
 #include "records/numbers.h"
 
 namespace nzutil {
@@ -25,27 +26,6 @@ constexpr int kLargestOccurrence = 99;
 
 std::string_view tag_of(Area area) {
     return MXREPOSITORY::kAreaTags[static_cast<std::size_t>(area)];
-}
-
-/// An area by its tag, with or without the '$', in any case.
-Area area_by_name(std::string name) {
-    std::ranges::transform(name, name.begin(), [](char c) {
-        return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
-    });
-    if (!name.ends_with('$')) {
-        name += '$';
-    }
-    return MXREPOSITORY::area_of_tag(name);
-}
-
-std::string areas_with_fields() {
-    std::string list;
-    for (std::size_t i = 0; i < MXREPOSITORY::kAreaCount; ++i) {
-        if (!MXREPOSITORY::fields_of(static_cast<Area>(i)).empty()) {
-            list += (list.empty() ? "" : ", ") + std::string(MXREPOSITORY::kAreaTags[i]);
-        }
-    }
-    return list;
 }
 
 /// A field of a record of an installation, as the arguments name it.
@@ -92,19 +72,48 @@ std::string read_record(const Installation& installation, int file, int record) 
     return *std::move(bytes);
 }
 
-void show_field(const Descriptor& field, int occurrence, const std::string& record) {
-    if (!has_content(field, occurrence, record)) {
-        return;
-    }
-    std::cout << field.name();
-    if (occurrence != 0) {
-        std::cout << '(' << occurrence << ')';
-    }
-    std::cout << ' ' << platform::to_utf8(shown(field, occurrence, record)) << '\n';
-}
-
 bool is_slip_line(const Descriptor& field) {
     return field.area == Area::DIPX && field.name() >= "Q401" && field.name() <= "Q500";
+}
+
+/// A field of the card: code, meaning and value.
+struct CardLine {
+    std::string code;
+    std::string_view meaning;  ///< code page 1252, as long as it looks
+    std::string value;
+};
+
+/// The fields of a record that hold something, each occurrence of its own; no lines of the slip.
+std::vector<CardLine> card_of(Area area, const std::string& record) {
+    std::vector<CardLine> card;
+    for (const Descriptor& field : MXREPOSITORY::fields_of(area)) {
+        const int last = is_slip_line(field) ? 0 : occurrences(field, record.size());
+        for (int occurrence = 1; occurrence <= last; ++occurrence) {
+            const int place = last == 1 ? 0 : occurrence;
+            if (has_content(field, place, record)) {
+                const std::string code(field.name());
+                card.push_back({place == 0 ? code : code + "(" + std::to_string(place) + ")",
+                                MXREPOSITORY::meaning_of(field.name()),
+                                platform::to_utf8(shown(field, place, record))});
+            }
+        }
+    }
+    return card;
+}
+
+void show_card(const std::vector<CardLine>& card) {
+    std::size_t code_width = 0;
+    std::size_t meaning_width = 0;
+    for (const CardLine& line : card) {
+        code_width = std::max(code_width, line.code.size());
+        meaning_width = std::max(meaning_width, line.meaning.size());
+    }
+    for (const CardLine& line : card) {
+        std::cout << line.code << std::string(code_width - line.code.size() + 2, ' ')
+                  << platform::to_utf8(line.meaning)
+                  << std::string(meaning_width - line.meaning.size() + 2, ' ') << line.value
+                  << '\n';
+    }
 }
 
 /// The slip's lines as a person reads them: item, its name, quantity, rate and their product.
@@ -135,21 +144,6 @@ void show_slip_lines(const Installation& installation, const std::string& record
 }
 
 }  // namespace
-
-int command_fields(const Arguments& arguments) {
-    if (const Descriptor* field = MXREPOSITORY::find_field(arguments[0])) {
-        std::cout << field->text() << '\n';
-        return 0;
-    }
-    const Area area = area_by_name(arguments[0]);
-    if (area == Area::unknown || MXREPOSITORY::fields_of(area).empty()) {
-        throw ToolError(texts::kToolNoAreaOrField, {arguments[0], areas_with_fields()});
-    }
-    for (const Descriptor& field : MXREPOSITORY::fields_of(area)) {
-        std::cout << field.text() << '\n';
-    }
-    return 0;
-}
 
 int command_read(const Arguments& arguments) {
     const Installation installation = Installation::open(arguments[0]);
@@ -188,15 +182,7 @@ int command_card(const Arguments& arguments) {
     }
     const std::string record =
         read_record(installation, file, whole_argument(arguments[2], 1, kLargestRecord));
-    for (const Descriptor& field : MXREPOSITORY::fields_of(area)) {
-        if (is_slip_line(field)) {
-            continue;
-        }
-        const int last = occurrences(field, record.size());
-        for (int occurrence = 1; occurrence <= last; ++occurrence) {
-            show_field(field, last == 1 ? 0 : occurrence, record);
-        }
-    }
+    show_card(card_of(area, record));
     if (area == Area::DIPX) {
         show_slip_lines(installation, record);
     }

@@ -115,6 +115,15 @@ Installation install(const Scenario& scenario, const ScenarioTools& tools,
 
 }  // namespace
 
+std::string in_words(const Difference& difference) {
+    if (difference.meaning.empty()) {
+        return fill(texts::kToolDifference,
+                    {difference.place, difference.expected, difference.found});
+    }
+    return fill(texts::kToolDifferenceOfField,
+                {difference.place, difference.meaning, difference.expected, difference.found});
+}
+
 Installation install_scenario(const Scenario& scenario, const std::string& directory) {
     return install(scenario, {}, directory);
 }

@@ -75,7 +75,11 @@ struct Difference {
     std::string place;  ///< "P240", "lista, riga 1"
     std::string expected;
     std::string found;
+    std::string meaning = {};  ///< of a field, UTF-8; empty elsewhere
 };
+
+/// The difference as a line of the report: a field with its meaning.
+[[nodiscard]] std::string in_words(const Difference& difference);
 
 /// Where the program and a ready base installation stand, and who looks at each run.
 struct ScenarioTools {

@@ -111,9 +111,7 @@ bool report(const std::string& file, const Request& request, ScenarioTools tools
                       {file, scenario.title})
               << '\n';
     for (const Difference& difference : differences) {
-        std::cout << fill(texts::kToolDifference,
-                          {difference.place, difference.expected, difference.found})
-                  << '\n';
+        std::cout << in_words(difference) << '\n';
     }
     return differences.empty();
 }

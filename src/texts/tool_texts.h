@@ -26,7 +26,8 @@ inline constexpr Text kToolNoArea{
     Kind::tool, "I record dell'archivio logico {} non hanno campi nel dizionario."};
 inline constexpr Text kToolNoField{Kind::tool, "Il campo {} non esiste."};
 inline constexpr Text kToolNoAreaOrField{Kind::tool,
-                                         "{} non è un campo né un'area. Aree con campi: {}."};
+                                         "{} non è un campo né un'area, e nessun significato ne ha "
+                                         "le parole. Aree con campi: {}."};
 inline constexpr Text kToolFieldOfOtherArea{
     Kind::tool, "Il campo {} è dell'area {}: i record dell'archivio logico {} sono dell'area {}."};
 inline constexpr Text kToolOccurrence{Kind::tool, "Il campo {} non ha l'occorrenza {}."};
@@ -47,8 +48,9 @@ inline constexpr Text kToolHelpDemo{Kind::tool,
 inline constexpr Text kToolUsagePeriod{Kind::tool, "periodo DIR ggmmaaaa TIPO"};
 inline constexpr Text kToolHelpPeriod{
     Kind::tool, "cambia il periodo da elaborare (tipo 0: mensilità aggiuntiva)"};
-inline constexpr Text kToolUsageFields{Kind::tool, "campi AREA|CODICE"};
-inline constexpr Text kToolHelpFields{Kind::tool, "mostra i descrittori di un'area o di un campo"};
+inline constexpr Text kToolUsageFields{Kind::tool, "campi AREA|CODICE|PAROLE..."};
+inline constexpr Text kToolHelpFields{
+    Kind::tool, "dice che cos'è un campo, elenca un'area, trova i campi per significato"};
 inline constexpr Text kToolUsageRead{Kind::tool, "leggi DIR ARCHIVIO RECORD CODICE [OCCORRENZA]"};
 inline constexpr Text kToolHelpRead{Kind::tool, "mostra un campo"};
 inline constexpr Text kToolUsageWrite{Kind::tool,
@@ -245,5 +247,30 @@ inline constexpr Text kToolHelpSlip{Kind::tool, "mostra il cedolino calcolato di
 inline constexpr Text kToolNoEmployee{Kind::tool, "Il dipendente {} non esiste."};
 inline constexpr Text kToolNoCompany{Kind::tool, "La ditta {} non esiste."};
 inline constexpr Text kToolPdfMade{Kind::tool, "Cedolino scritto in {}."};
+
+// campi, scheda
+inline constexpr Text kToolAreaCompany{Kind::tool, "ditta"};
+inline constexpr Text kToolAreaEmployee{Kind::tool, "dipendente"};
+inline constexpr Text kToolAreaCertificate{Kind::tool, "totali annui della certificazione"};
+inline constexpr Text kToolAreaMonths{Kind::tool, "tabella dei dodici mesi"};
+inline constexpr Text kToolAreaContract{Kind::tool, "contratto collettivo"};
+inline constexpr Text kToolAreaFixed{Kind::tool, "tabelle annuali"};
+inline constexpr Text kToolAreaItem{Kind::tool, "voce"};
+inline constexpr Text kToolAreaSector{Kind::tool, "settore"};
+inline constexpr Text kToolAreaFund{Kind::tool, "fondo pensione"};
+inline constexpr Text kToolFieldMeaning{Kind::tool, "{}: {}"};
+inline constexpr Text kToolFieldPlace{Kind::tool,
+                                      "{} ({}), posizioni da {} a {}, caratteri {}, {}"};
+inline constexpr Text kToolTypeText{Kind::tool, "testo"};
+inline constexpr Text kToolTypeDate{Kind::tool, "data ggmmaaaa"};
+inline constexpr Text kToolTypeDigits{Kind::tool, "cifre"};
+inline constexpr Text kToolTypeWhole{Kind::tool, "numero intero"};
+inline constexpr Text kToolTypeDecimals{Kind::tool, "numero con {} decimali"};
+inline constexpr Text kToolReadBy{Kind::tool, "Letto da:"};
+inline constexpr Text kToolWrittenBy{Kind::tool, "Scritto da:"};
+inline constexpr Text kToolNoProcedure{
+    Kind::tool, "nessuna procedura del calcolo (le formule delle voci possono farlo)"};
+inline constexpr Text kToolNoMeaning{Kind::tool, "nessuna regola del calcolo lo usa"};
+inline constexpr Text kToolDifferenceOfField{Kind::tool, "    {} ({}): atteso {}, trovato {}"};
 
 }  // namespace texts

@@ -33,4 +33,5 @@ complain "headers of the machine above the platform" \
             -path src/installation -prune -o -type f -print))"
 python3 tests/style/floors.py || status=1
 python3 tests/style/trace.py || status=1
+python3 tests/style/fields.py || status=1
 exit $status

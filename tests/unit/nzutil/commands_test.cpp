@@ -57,11 +57,54 @@ TEST_F(CommandsTest, HelpNamesEveryCommand) {
     EXPECT_EQ(run({"leggi", demo}).status, 1);
 }
 
-TEST_F(CommandsTest, FieldsAreShownAsDescriptors) {
-    EXPECT_EQ(run({"campi", "P017"}).output, "DIPX$,04225,08,D,0,P017\n");
-    EXPECT_TRUE(run({"campi", "conx"}).output.starts_with("CONX$,00003,03,N,0,G001\n"));
+TEST_F(CommandsTest, FieldIsShownWithDescriptorMeaningPlaceAndUsers) {
+    const std::string shown = run({"campi", "Q190"}).output;
+    EXPECT_TRUE(
+        shown.starts_with("DIPX$,01477,08,2,0,Q190\n"
+                          "Q190: massimale della cassa integrazione del mese\n"
+                          "dipendente (DIPX$), posizioni da 1477 a 1484, caratteri 8, "
+                          "numero con 2 decimali\n"
+                          "Letto da:\n"))
+        << shown;
+    EXPECT_NE(shown.find("Scritto da:\n    CALCOLACIG ("), std::string::npos) << shown;
+    EXPECT_EQ(run({"campi", "q190"}).output, shown);
+    EXPECT_NE(run({"campi", "P017"}).output.find("data ggmmaaaa"), std::string::npos);
+}
+
+TEST_F(CommandsTest, FieldThatNoRuleUsesSaysSo) {
+    const std::string shown = run({"campi", "P123"}).output;
+    EXPECT_NE(shown.find("P123: nessuna regola del calcolo lo usa\n"), std::string::npos) << shown;
+}
+
+TEST_F(CommandsTest, AreaIsListedWithTheMeanings) {
+    const std::string list = run({"campi", "conx"}).output;
+    EXPECT_TRUE(
+        list.starts_with("CONX$,00003,03,N,0,G001  numero del contratto\n"
+                         "CONX$,00006,25,A,0,G002\n"));
+    EXPECT_EQ(run({"campi", "CONX$"}).output, list);
     EXPECT_EQ(run({"campi", "ZZZZ"}).status, 1);
     EXPECT_EQ(run({"campi", "PROX$"}).status, 1);
+}
+
+TEST_F(CommandsTest, FieldsAreFoundByTheWordsOfTheirMeaning) {
+    const std::string found = run({"campi", "detrazione", "coniuge"}).output;
+    EXPECT_NE(found.find("Q649  detrazione per il coniuge del cedolino\n"), std::string::npos);
+    // The plural of another field's meaning; children without the spouse are left out.
+    EXPECT_NE(found.find("Q647  totale detrazioni"), std::string::npos);
+    EXPECT_EQ(found.find("Q650 "), std::string::npos);
+    EXPECT_EQ(run({"campi", "detrazione coniuge"}).output, found);
+    EXPECT_EQ(run({"campi", "CONIUGE", "Detrazioni"}).output, found);
+}
+
+TEST_F(CommandsTest, AccentsAndPunctuationMakeNoDifferenceToASearch) {
+    const std::string found = run({"campi", "anzianità"}).output;
+    EXPECT_NE(found.find("P026  importo di uno scatto di anzianità\n"), std::string::npos);
+    EXPECT_EQ(run({"campi", "anzianita'"}).output, found);
+    EXPECT_EQ(run({"campi", "ANZIANITÀ"}).output, found);
+    // A word is looked for from its beginning.
+    EXPECT_EQ(run({"campi", "nzianit"}).status, 1);
+    EXPECT_EQ(run({"campi", "coniuge", "mulino"}).status, 1);
+    EXPECT_EQ(run({"campi", ""}).status, 1);
 }
 
 TEST_F(CommandsTest, WrittenFieldIsReadBack) {
@@ -137,11 +180,16 @@ TEST_F(CommandsTest, IndexIsSearchedListedAndChecked) {
 
 TEST_F(CommandsTest, CardShowsWhatIsNotEmpty) {
     const std::string card = run({"scheda", demo, "2", "1"}).output;
-    EXPECT_NE(card.find("P002 BIANCHI\n"), std::string::npos);
+    const std::size_t name = card.find("\nP002  cognome ");
+    ASSERT_NE(name, std::string::npos);
+    EXPECT_TRUE(card.substr(0, card.find('\n', name + 1)).ends_with("  BIANCHI"));
     EXPECT_NE(card.find("Q401 voce 002"), std::string::npos);
     EXPECT_EQ(card.find("P017"), std::string::npos);
     const std::string contract = run({"scheda", demo, "71", "1"}).output;
-    EXPECT_NE(contract.find("G022(3) 1378.78000\n"), std::string::npos);
+    const std::size_t element =
+        contract.find("\nG022(3)  elemento di paga 1 del livello, minimo tabellare, va in P058 ");
+    ASSERT_NE(element, std::string::npos);
+    EXPECT_TRUE(contract.substr(0, contract.find('\n', element + 1)).ends_with("  1378.78000"));
 }
 
 TEST_F(CommandsTest, TableWithABadRecordLengthIsSaid) {

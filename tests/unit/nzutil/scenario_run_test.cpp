@@ -43,6 +43,18 @@ TEST_F(ScenarioRunTest, FieldIsNamedWithBothValues) {
     expect_only(run("attesi: {P002: VERDI}\n"), "P002", "VERDI", "ROSSI");
 }
 
+TEST_F(ScenarioRunTest, MeaningStandsBesideADifferingField) {
+    const std::vector<Difference> found = run("attesi: {P240: 1910, P215: 30}\n");
+    ASSERT_EQ(found.size(), 2U);
+    EXPECT_EQ(nzutil::in_words(found[0]),
+              "    P240 (imponibile contributivo del mese): atteso 1910.00, trovato 1909.00");
+    // May has 31 days.
+    EXPECT_EQ(nzutil::in_words(found[1]),
+              "    P215 (giorni di detrazione del mese): atteso 30, trovato 31");
+    EXPECT_EQ(nzutil::in_words({"riga 1, valore", "1", "2"}),
+              "    riga 1, valore: atteso 1, trovato 2");
+}
+
 TEST_F(ScenarioRunTest, NumbersCompareWithTheDecimalsOfTheField) {
     EXPECT_TRUE(run("attesi: {P240: 1909.001}\n").empty());
 }
