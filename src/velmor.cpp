@@ -8,7 +8,10 @@
 
 #include "context/failure_handler.h"
 #include "platform/failure.h"
+#include "platform/standard_streams.h"
+#include "platform/stop_request.h"
 #include "platform/window.h"
+#include "run/load_environment.h"
 #include "run/main_run.h"
 #include "texts/texts.h"
 
@@ -38,6 +41,7 @@ int answer_arguments(std::span<const char* const> arguments) {
 int run() {
     platform::set_window(platform::make_window_from_environment());
     try {
+        platform::check_answers();
         ModSWCALM::MAIN();
         return 0;
     } catch (const platform::EndOfProgram& end) {
@@ -56,9 +60,13 @@ int run() {
 }  // namespace
 
 int main(int argc, char** argv) {
+    platform::open_standard_streams();
+    platform::listen_to_stop_requests();
     try {
         const std::span<const char* const> arguments(argv, static_cast<std::size_t>(argc));
-        return argc > 1 ? answer_arguments(arguments.subspan(1)) : run();
+        const int status = argc > 1 ? answer_arguments(arguments.subspan(1)) : run();
+        ModSWCALM::instance_lock = {};
+        return status;
     } catch (const std::exception& failure) {
         std::cerr << failure.what() << "\n";
         return kFailed;

@@ -7,11 +7,13 @@
 #include "calc/selection.h"
 #include "context/messages.h"
 #include "context/period.h"
+#include "context/run_course.h"
 #include "context/trace.h"
 #include "context/utilities.h"
 #include "files/logical_files.h"
 #include "files/recovery_slot.h"
 #include "history/year_totals.h"
+#include "platform/stop_request.h"
 #include "platform/window.h"
 #include "records/dictionary/DIPX.h"
 #include "records/dictionary/DITX.h"
@@ -159,17 +161,19 @@ void calculate_entry(const SelectionEntry& entry) {
 
 void walk_selection() {
     const std::size_t total = Selection::count();
-    std::size_t done = 0;
     Selection selection;
     while (const std::optional<SelectionEntry> entry = selection.next()) {
+        if (platform::stop_requested()) {
+            throw platform::StopRequested();
+        }
         if (entry->company != company.DITTACORRENTE) {
             change_company(entry->company);
         }
         calculate_entry(*entry);
-        if (++done % kEntriesBetweenSyncs == 0) {
+        if (++run_course.finished % kEntriesBetweenSyncs == 0) {
             sync_file(kEmployeeFile);
         }
-        platform::window().progress(done, total);
+        platform::window().progress(run_course.finished, total);
     }
     write_back_company();
 }
@@ -183,6 +187,9 @@ void CALC() {
         walk_selection();
     } catch (const EndRun&) {
         // The pay scale could not be copied: the message has been shown, no more slips follow.
+    } catch (const platform::StopRequested&) {
+        // Between two employees, or while waiting: FINEPROG tells what is left to do.
+        write_back_company();
     }
     FINEPROG();
 }

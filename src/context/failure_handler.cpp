@@ -1,5 +1,6 @@
 #include "context/failure_handler.h"
 
+#include "context/run_course.h"
 #include "context/trace.h"
 #include "platform/printer.h"
 #include "platform/window.h"
@@ -20,6 +21,9 @@ void show_failure(const platform::Failure& failure) {
     if (!failure.culprit.empty()) {
         text += texts::kFailureCulprit.bytes() + failure.culprit + "\r\n";
     }
+    if (const std::size_t left = run_course.not_calculated(); left > 0) {
+        text += texts::kNotCalculated.bytes() + std::to_string(left) + "\r\n";
+    }
     const std::string program = texts::kSuiteTitle.bytes() + " " + texts::kProgram.bytes();
     window().box(program, text, Icon::critical);
     window().box(texts::kSuiteTitle.bytes(), texts::kRestoreTask.bytes(), Icon::information);
@@ -28,9 +32,9 @@ void show_failure(const platform::Failure& failure) {
 enum class PrinterAnswer { retry, skip };
 
 /// What the operator wants after a refusal of the printer; closing the program does not return.
-PrinterAnswer ask_about_printer() {
+PrinterAnswer ask_about_printer(int retries) {
     const std::string title = texts::kSuiteTitle.bytes();
-    if (window().ask(title, texts::kPrinterRetry.bytes(), Icon::critical)) {
+    if (window().ask_again(title, texts::kPrinterRetry.bytes(), Icon::critical, retries)) {
         return PrinterAnswer::retry;
     }
     if (window().ask(title, texts::kPrinterClose.bytes(), Icon::exclamation)) {
@@ -57,7 +61,7 @@ int GESTIONEERRORE(const platform::Failure& failure) {
 }
 
 void con_stampante(const std::function<void()>& statement) {
-    for (;;) {
+    for (int retries = 0;; ++retries) {
         try {
             statement();
             return;
@@ -66,7 +70,7 @@ void con_stampante(const std::function<void()>& statement) {
                 throw;
             }
         }
-        if (ask_about_printer() == PrinterAnswer::skip) {
+        if (ask_about_printer(retries) == PrinterAnswer::skip) {
             return;
         }
     }

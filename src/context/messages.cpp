@@ -98,6 +98,18 @@ std::string calculated_status(double P768, bool archive_exists) {
     return (archive_exists ? row.with_archive : row.without_archive).bytes();
 }
 
+std::string archive_in_use(const platform::LockHolder& holder) {
+    const auto piece = [](const texts::Text& text, const std::string& value) {
+        return value.empty() ? std::string() : text.bytes() + value;
+    };
+    const std::string program =
+        holder.program.empty() ? texts::kOtherProgram.bytes() : holder.program;
+    return texts::kArchiveInUse.bytes() + program +
+           piece(texts::kArchiveInUseProcess, holder.process) +
+           piece(texts::kArchiveInUseSince, holder.since) +
+           piece(texts::kArchiveInUseMachine, holder.machine) + ".";
+}
+
 bool monthly_archive_exists() {
     return ESISTEFILE(archive_path("\\NZRETMEN.MDB")) == kTrue;
 }

@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "platform/directory_lock.h"
 #include "texts/texts.h"
 
 namespace MXLIBRERIA {
@@ -28,6 +29,9 @@ void plain_box(const texts::Text& text, const std::string& rest = {});
 [[nodiscard]] std::string already_calculated_status(double P768);
 /// Status after the calculation; `archive_exists`: the monthly archive has been updated too.
 [[nodiscard]] std::string calculated_status(double P768, bool archive_exists);
+
+/// Who works on the archive: program, process, since when, on which machine.
+[[nodiscard]] std::string archive_in_use(const platform::LockHolder& holder);
 
 /// Has the monthly archive NZRETMEN.MDB in the archive directory?
 [[nodiscard]] bool monthly_archive_exists();

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <bitset>
 #include <charconv>
+#include <chrono>
 #include <cmath>
 #include <string_view>
 #include <thread>
@@ -14,6 +15,8 @@
 #include "context/trace.h"
 #include "files/recovery_slot.h"
 #include "platform/failure.h"
+#include "platform/stop_request.h"
+#include "platform/window.h"
 #include "records/numbers.h"
 #include "texts/texts.h"
 
@@ -433,11 +436,40 @@ double file_length(double n) {
     return std::max(static_cast<double>(open_channel_of(n).length()), end_in_step(n));
 }
 
+namespace {
+
+/// Between two trials to take the semaphore: leaves the processor to others, and tells the operator
+/// what the run waits for where it takes long. A request to stop ends the wait.
+class SemaphoreWait {
+  public:
+    void pause() {
+        constexpr auto kLongestPause = std::chrono::milliseconds(20);
+        constexpr auto kLong = std::chrono::seconds(2);
+        if (platform::stop_requested()) {
+            throw platform::StopRequested();
+        }
+        std::this_thread::sleep_for(pause_);
+        pause_ = std::min<std::chrono::milliseconds>(pause_ * 2, kLongestPause);
+        if (!told_ && std::chrono::steady_clock::now() - began_ >= kLong) {
+            told_ = true;
+            platform::window().remark(texts::kWaitingForSemaphore.bytes());
+        }
+    }
+
+  private:
+    std::chrono::steady_clock::time_point began_ = std::chrono::steady_clock::now();
+    std::chrono::milliseconds pause_{1};
+    bool told_ = false;
+};
+
+}  // namespace
+
 void APRISEMA() {
     TRACCIA("APRISEMA");
     FileTable::Entry& semaphore = entry(kSemaphore);
     const std::string path = archive_path("\\NZSEMA.DAT");
     close(semaphore);
+    SemaphoreWait wait;
     while (semaphore.channel == nullptr) {
         try {
             open_channel(semaphore, path, OpenMode::exclusive);
@@ -448,7 +480,7 @@ void APRISEMA() {
             if (!held) {
                 throw;
             }
-            std::this_thread::yield();
+            wait.pause();
         }
     }
     std::array<char, kSemaphoreLength> content{};  // read as the suite reads it; nothing is used

@@ -99,8 +99,8 @@ void write_record_bytes(double n, double record, std::string_view bytes);
 void sync_file(double n);
 
 /// Takes and releases the semaphore NZSEMA.DAT (logical file 16) shared with the suite. Waits as
-/// long as another program holds it; failure 75 where the user's rights do not let it be opened at
-/// all.
+/// long as another program holds it, or until a request to stop (StopRequested); failure 75 where
+/// the user's rights do not let it be opened at all.
 void APRISEMA();
 void CHIUDISEMA();
 

@@ -8,6 +8,7 @@
 #include "installation/installation.h"
 #include "installation/tool_error.h"
 #include "nzutil/commands.h"
+#include "nzutil/write_lock.h"
 #include "records/dictionary/DIPX.h"
 #include "records/dictionary/FOTX.h"
 #include "records/fields.h"
@@ -167,6 +168,7 @@ int command_write(const Arguments& arguments) {
         throw ToolError(texts::kToolValueRefused,
                         {arguments[3], arguments[4], fill(*found->text, {found->value})});
     }
+    const WriteLock lock(installation, "scrivi");
     std::string record = read_record(installation, place.file, place.record);
     store(place.field, place.occurrence, value, record);
     installation.write(place.file, place.record, record);

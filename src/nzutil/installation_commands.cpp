@@ -9,6 +9,7 @@
 #include "installation/tool_error.h"
 #include "nzutil/commands.h"
 #include "nzutil/scenario.h"
+#include "nzutil/write_lock.h"
 
 namespace nzutil {
 
@@ -38,6 +39,7 @@ int command_period(const Arguments& arguments) {
     if (!is_run_kind(arguments[2])) {
         throw ToolError(texts::kToolExpectedKind, {arguments[2]});
     }
+    const WriteLock lock(installation, "periodo");
     installation.write_period(arguments[1], arguments[2].front());
     std::cout << fill(texts::kToolPeriodSet, {arguments[1], arguments[2]}) << '\n';
     return 0;

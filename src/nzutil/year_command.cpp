@@ -1,9 +1,11 @@
 // anno: the opening of a year.
 
 #include <iostream>
+#include <optional>
 
 #include "installation/tool_error.h"
 #include "nzutil/commands.h"
+#include "nzutil/write_lock.h"
 #include "nzutil/year_opening.h"
 #include "records/numbers.h"
 
@@ -74,6 +76,10 @@ int command_year(const Arguments& arguments) {
     const Options options = read_options(arguments);
     Installation installation = Installation::open(arguments[0]);
     const int year = whole_argument(arguments[1], kFirstOpenedYear, kLastOpenedYear);
+    std::optional<WriteLock> lock;
+    if (!options.dry_run) {
+        lock.emplace(installation, "anno");
+    }
     const YearOpening opening = prepare_year_opening(installation, year);
     show_opening(installation, opening);
     if (options.dry_run) {

@@ -361,28 +361,4 @@ std::unique_ptr<FileSystem> set_files(std::unique_ptr<FileSystem> other) {
     return std::exchange(files_in_use.other, std::move(other));
 }
 
-namespace {
-
-class MachineLock final : public NamedLock {
-  public:
-    explicit MachineLock(Descriptor descriptor) : descriptor_(std::move(descriptor)) {}
-
-  private:
-    Descriptor descriptor_;
-};
-
-}  // namespace
-
-std::unique_ptr<NamedLock> try_named_lock(const std::string& path) {
-    const std::string name = path_on_disk(path + ".lock");
-    Opened opened = open_descriptor(name, OpenMode::shared);
-    if (::flock(opened.descriptor.get(), LOCK_EX | LOCK_NB) != 0) {
-        if (errno == EWOULDBLOCK) {
-            return nullptr;
-        }
-        fail_with_errno(errno, name);
-    }
-    return std::make_unique<MachineLock>(std::move(opened.descriptor));
-}
-
 }  // namespace platform

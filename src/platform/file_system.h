@@ -79,12 +79,4 @@ std::unique_ptr<FileSystem> set_files(std::unique_ptr<FileSystem> other);
 /// The machine's own file system, for wrappers.
 [[nodiscard]] FileSystem& real_files();
 
-/// A lock on a name, held for the life of the object; the single-instance test uses it.
-class NamedLock {
-  public:
-    virtual ~NamedLock() = default;
-};
-/// Takes the lock on the file `path`.lock, made if missing; nullptr if another process holds it.
-[[nodiscard]] std::unique_ptr<NamedLock> try_named_lock(const std::string& path);
-
 }  // namespace platform

@@ -17,4 +17,8 @@ inline constexpr std::string_view kProgress = "Avanzamento ";
 inline constexpr std::string_view kNoGraphicWindow =
     "La finestra grafica non è disponibile: si prosegue sul terminale.";
 
+/// Said once, where standard output refuses a line.
+inline constexpr std::string_view kListNotWritten =
+    "La lista non può essere scritta sull'uscita standard: il calcolo prosegue.";
+
 }  // namespace platform::terminal_texts

@@ -1,8 +1,11 @@
 // The run on a terminal: LIST1 and boxes on standard output, progress on standard error.
 
+#include <poll.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
+#include <cerrno>
 #include <cstdlib>
 #include <iostream>
 #include <map>
@@ -13,6 +16,7 @@
 
 #include "platform/code_page.h"
 #include "platform/file_system.h"
+#include "platform/stop_request.h"
 #include "platform/terminal_texts.h"
 #include "platform/window.h"
 
@@ -59,13 +63,56 @@ std::optional<bool> answer_of(std::string_view text) {
     return std::nullopt;
 }
 
+/// VELMOR_RISPOSTE; empty where it is not set.
+std::string given_answers() {
+    const char* given = std::getenv("VELMOR_RISPOSTE");
+    return given == nullptr ? std::string() : given;
+}
+
+/// What the operator types, line by line. Unlike a stream it lets a request to stop end the wait.
+class OperatorInput {
+  public:
+    /// The next line; nothing at the end of the input, or when the run is to stop.
+    std::optional<std::string> next_line() {
+        for (;;) {
+            const std::size_t end = typed_.find('\n');
+            if (end != std::string::npos) {
+                std::string line = typed_.substr(0, end);
+                typed_.erase(0, end + 1);
+                return line;
+            }
+            if (stop_requested() || !wait_for_more()) {
+                return std::nullopt;
+            }
+        }
+    }
+
+  private:
+    /// False at the end of the input.
+    bool wait_for_more() {
+        constexpr int kLookForStop = 100;  // milliseconds
+        pollfd input{STDIN_FILENO, POLLIN, 0};
+        if (::poll(&input, 1, kLookForStop) <= 0) {
+            return true;
+        }
+        std::array<char, 256> piece{};
+        const ssize_t got = ::read(STDIN_FILENO, piece.data(), piece.size());
+        if (got > 0) {
+            typed_.append(piece.data(), static_cast<std::size_t>(got));
+        }
+        return got > 0 || (got < 0 && errno == EINTR);
+    }
+
+    std::string typed_;
+};
+
 /// The answers of VELMOR_RISPOSTE: one for all questions, or a file with one a line.
 class Answers {
   public:
     /// Next answer; nothing when the operator is to be asked.
     std::optional<bool> next() {
-        const char* given = std::getenv("VELMOR_RISPOSTE");
-        if (given == nullptr || *given == '\0') {
+        const std::string given = given_answers();
+        if (given.empty()) {
             return std::nullopt;
         }
         if (const std::optional<bool> same_for_all = answer_of(given)) {
@@ -116,7 +163,7 @@ class TerminalWindow final : public Window {
     void clear_list() override { lines_ = 0; }
     void add_line(const std::string& line) override {
         clear_progress();
-        std::cout << to_utf8(on_one_line(line)) << std::endl;
+        print(to_utf8(on_one_line(line)) + "\n");
         ++lines_;
     }
     [[nodiscard]] std::size_t line_count() const override { return lines_; }
@@ -125,15 +172,25 @@ class TerminalWindow final : public Window {
         show(title, text);
     }
 
-    [[nodiscard]] bool ask(const std::string& title, const std::string& text,
-                           Icon /*icon*/) override {
+    [[nodiscard]] bool ask(const std::string& title, const std::string& text, Icon icon) override {
+        return ask_again(title, text, icon, 0);
+    }
+    [[nodiscard]] bool ask_again(const std::string& title, const std::string& text, Icon /*icon*/,
+                                 int times_before) override {
+        constexpr int kTrialsWithoutOperator = 3;
         show(title, text);
         const std::optional<bool> given = answers_.next();
-        const bool yes = given ? *given : ask_operator();
-        std::cout << terminal_texts::kAnswer << (yes ? terminal_texts::kYes : terminal_texts::kNo)
-                  << std::endl;
+        const bool yes = given ? *given && times_before < kTrialsWithoutOperator : ask_operator();
+        print(std::string(terminal_texts::kAnswer) +
+              std::string(yes ? terminal_texts::kYes : terminal_texts::kNo) + "\n");
         return yes;
     }
+
+    void remark(const std::string& text) override {
+        clear_progress();
+        std::cerr << to_utf8(text) << std::endl;
+    }
+    [[nodiscard]] bool output_failed() const override { return output_failed_; }
 
     /// On a terminal one line that changes in place; elsewhere a line at each new percent.
     void progress(std::size_t done, std::size_t total) override {
@@ -156,30 +213,40 @@ class TerminalWindow final : public Window {
         clear_progress();
         if (operator_present_) {
             std::cerr << terminal_texts::kPressReturn << std::endl;
-            std::string ignored;
-            std::getline(std::cin, ignored);
+            static_cast<void>(operator_.next_line());
         }
     }
 
   private:
     void show(const std::string& title, const std::string& text) {
         clear_progress();
-        std::cout << '[' << to_utf8(title) << "] " << to_utf8(with_line_ends(text)) << std::endl;
+        print("[" + to_utf8(title) + "] " + to_utf8(with_line_ends(text)) + "\n");
+    }
+
+    /// The wages come first: an output that refuses a line is told, and the run goes on.
+    void print(const std::string& text) {
+        std::cout << text << std::flush;
+        if (std::cout) {
+            return;
+        }
+        std::cout.clear();
+        if (!output_failed_) {
+            output_failed_ = true;
+            std::cerr << terminal_texts::kListNotWritten << std::endl;
+        }
     }
 
     /// No answer (end of input, or nobody there) is No.
-    static bool ask_operator() {
+    bool ask_operator() {
         if (::isatty(STDIN_FILENO) == 0) {
             return false;
         }
-        std::string line;
+        std::optional<std::string> line;
         do {
-            std::cout << terminal_texts::kAsk << std::flush;
-            if (!std::getline(std::cin, line)) {
-                return false;
-            }
-        } while (!answer_of(line));
-        return *answer_of(line);
+            print(std::string(terminal_texts::kAsk));
+            line = operator_.next_line();
+        } while (line && !answer_of(*line));
+        return line && *answer_of(*line);
     }
 
     void clear_progress() {
@@ -196,10 +263,19 @@ class TerminalWindow final : public Window {
     std::string caption_;
     std::map<std::pair<Control, int>, std::string> texts_;
     std::size_t lines_ = 0;
+    bool output_failed_ = false;
     Answers answers_;
+    OperatorInput operator_;
 };
 
 }  // namespace
+
+void check_answers() {
+    const std::string given = given_answers();
+    if (!given.empty() && !answer_of(given)) {
+        static_cast<void>(read_lines(given));
+    }
+}
 
 std::unique_ptr<Window> make_terminal_window() {
     return std::make_unique<TerminalWindow>();

@@ -50,6 +50,18 @@ class Window {
     /// A Yes/No box; true for Yes.
     [[nodiscard]] virtual bool ask(const std::string& title, const std::string& text,
                                    Icon icon) = 0;
+    /// The same question for the nth time (from 0) about the same trial. Answers that stand ready
+    /// are a Yes three times at most, since nobody watches what is tried again.
+    [[nodiscard]] virtual bool ask_again(const std::string& title, const std::string& text,
+                                         Icon icon, int /*times_before*/) {
+        return ask(title, text, icon);
+    }
+
+    /// A remark that asks for nothing: why the run waits, who holds the archive.
+    virtual void remark(const std::string& /*text*/) {}
+
+    /// True if a line or a box could not be shown: the operator has not seen all of the run.
+    [[nodiscard]] virtual bool output_failed() const { return false; }
 
     /// Progress of a walk: entries done of those the selection has.
     virtual void progress(std::size_t done, std::size_t total) = 0;
@@ -65,6 +77,10 @@ void set_window(std::unique_ptr<Window> other);
 /// The terminal: each line of LIST1 is a line of standard output in UTF-8, boxes with title, text
 /// and answer, progress on standard error. Answers from VELMOR_RISPOSTE, see docs/formats.md.
 [[nodiscard]] std::unique_ptr<Window> make_terminal_window();
+
+/// Looks whether the file of answers that VELMOR_RISPOSTE names can be read; failure 53 or 75 if
+/// not, so that it shows before anything is calculated.
+void check_answers();
 
 /// The window that VELMOR_INTERFACCIA asks for.
 [[nodiscard]] std::unique_ptr<Window> make_window_from_environment();

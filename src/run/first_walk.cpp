@@ -10,12 +10,14 @@
 #include "calc/selection.h"
 #include "context/messages.h"
 #include "context/period.h"
+#include "context/run_course.h"
 #include "context/utilities.h"
 #include "files/isam.h"
 #include "files/logical_files.h"
 #include "files/recovery_slot.h"
 #include "history/year_totals.h"
 #include "platform/failure.h"
+#include "platform/stop_request.h"
 #include "platform/window.h"
 #include "records/dictionary/DICX.h"
 #include "records/dictionary/DIPX.h"
@@ -258,7 +260,7 @@ void prepare_employee(const SelectionEntry& entry, const std::string& before_ima
     CHIUDISEMA();
 }
 
-void walk_entry(const SelectionEntry& entry, double& last_company) {
+void walk_entry(const SelectionEntry& entry, std::size_t position, double& last_company) {
     if (!load_company(entry.company, last_company)) {
         plain_box(texts::kMissingCompany, testo_numero(entry.company));
         return;
@@ -273,6 +275,7 @@ void walk_entry(const SelectionEntry& entry, double& last_company) {
     if (already_calculated()) {
         ABORTODIP = kTrue;
         MSG(list_line(already_calculated_status(num(P768))));
+        run_course.calculated_before[position] = true;
         return;
     }
     prepare_employee(entry, before_image);
@@ -297,11 +300,16 @@ bool fund_period_starts(double frequency, int month) {
 
 void first_walk() {
     const std::size_t total = Selection::count();
+    run_course = {};
+    run_course.calculated_before.resize(total);
     std::size_t done = 0;
     double last_company = kNone;
     Selection selection;
     while (const std::optional<SelectionEntry> entry = selection.next()) {
-        walk_entry(*entry, last_company);
+        if (platform::stop_requested()) {
+            throw platform::StopRequested();
+        }
+        walk_entry(*entry, done, last_company);
         platform::window().progress(++done, total);
     }
     sync_recovery_slot();

@@ -1,13 +1,11 @@
 #include "run/load_environment.h"
 
-#include <cstdint>
 #include <cstdlib>
-#include <filesystem>
-#include <iomanip>
-#include <sstream>
+#include <utility>
 
 #include "context/environment.h"
 #include "context/failure_handler.h"
+#include "context/messages.h"
 #include "context/trace.h"
 #include "context/utilities.h"
 #include "files/logical_files.h"
@@ -61,43 +59,24 @@ std::string from_path_file(const std::string& name) {
     return lines.empty() ? std::string() : rifila(lines.front());
 }
 
-// ---- One instance for each installation ----
+// ---- One run on each archive ----
 
-/// A short name for a directory, the same in every process (FNV-1a over its characters).
-std::string digest(const std::string& text) {
-    std::uint64_t hash = 0xcbf29ce484222325U;
-    for (const char c : text) {
-        hash = (hash ^ static_cast<unsigned char>(c)) * 0x100000001b3U;
-    }
-    std::ostringstream name;
-    name << std::hex << std::setw(16) << std::setfill('0') << hash;
-    return name.str();
-}
-
-/// The lock belongs to the archive that the run would work on, so that two installations on one
-/// machine do not stop each other. It lies in the machine's directory of temporary files, since
-/// the archive may refuse writing.
-std::string lock_name() {
-    std::string archive = from_registry("PERCORSOARCHIVI");
-    if (archive.empty()) {
-        archive = from_path_file("NZPERARK.NZP");
-    }
-    std::string directory = platform::path_on_disk(archive);
-    while (directory.size() > 1 && directory.back() == '/') {
-        directory.pop_back();
-    }
-    return (std::filesystem::temp_directory_path() / ("velmor-" + digest(directory))).string();
-}
-
-void end_if_other_instance_runs() {
-    const std::string name = lock_name();
-    if (instance_lock.lock != nullptr && instance_lock.name == name) {
+/// Two installations on one machine do not stop each other: the lock belongs to the archive. What
+/// is no directory is no archive either, and its configuration error comes later.
+void end_if_other_instance_runs(const std::string& archive) {
+    const std::string directory = platform::canonical_directory(archive);
+    if (directory.empty() ||
+        (instance_lock.lock != nullptr && instance_lock.directory == directory)) {
         return;
     }
-    instance_lock = {name, platform::try_named_lock(name)};
-    if (instance_lock.lock == nullptr) {
+    instance_lock = {};
+    platform::LockAttempt attempt =
+        platform::try_directory_lock(directory, texts::kProgramFile.utf8);
+    if (attempt.lock == nullptr) {
+        platform::window().remark(archive_in_use(attempt.holder));
         throw platform::EndOfProgram(kOtherInstanceStatus);
     }
+    instance_lock = {directory, std::move(attempt.lock)};
 }
 
 // ---- Installation data ----
@@ -148,10 +127,10 @@ void take_task_number() {
 
 void CARICAAMBIENTE() {
     TRACCIA(kTraceName);
-    end_if_other_instance_runs();
-    take_task_number();
     const std::string programs = from_registry("PERCORSOPROGRAMMI");
     const std::string archives = from_registry("PERCORSOARCHIVI");
+    end_if_other_instance_runs(archives);
+    take_task_number();
     environment.archive_directory.clear();
     if (platform::files().directory_exists(programs) &&
         platform::files().directory_exists(archives)) {
@@ -163,8 +142,8 @@ void CARICAAMBIENTE() {
 
 void load_from_path_files() {
     TRACCIA(kTraceName);
-    end_if_other_instance_runs();
     const std::string archives = from_path_file("NZPERARK.NZP");
+    end_if_other_instance_runs(archives);
     const std::string programs = from_path_file("NZPERPRO.NZP");
     if (archives.empty() || programs.empty()) {
         platform::window().box(texts::kSuiteTitle.bytes(), texts::kConfigurationError.bytes(),

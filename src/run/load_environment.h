@@ -5,20 +5,20 @@
 #include <memory>
 #include <string>
 
-#include "platform/file_system.h"
+#include "platform/directory_lock.h"
 
 namespace ModSWCALM {
 
-/// Held from start-up to the end of the process: velmor-<digest of the archive directory>.lock in
-/// the machine's directory of temporary files.
+/// Held from start-up to the end of the program.
 struct InstanceLock {
-    std::string name;
-    std::unique_ptr<platform::NamedLock> lock;
+    std::string directory;  ///< canonical path of the archive directory
+    std::unique_ptr<platform::DirectoryLock> lock;
 };
 extern InstanceLock instance_lock;
 
-/// Environment from the registry. Ends the program with status 3 if another instance works on the
-/// same archive. Leaves the archive directory empty if one of the two directories does not exist.
+/// Environment from the registry. Ends the program with status 3 if another program works on the
+/// same archive; a remark says which, and since when. Leaves the archive directory empty if one of
+/// the two directories does not exist.
 void CARICAAMBIENTE();
 
 /// Environment from NZPERARK.NZP and NZPERPRO.NZP, for a machine without the registry values. Ends

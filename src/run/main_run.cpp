@@ -8,6 +8,7 @@
 #include "context/environment.h"
 #include "context/messages.h"
 #include "context/period.h"
+#include "context/run_course.h"
 #include "context/trace.h"
 #include "context/utilities.h"
 #include "files/logical_files.h"
@@ -15,6 +16,7 @@
 #include "history/quadri.h"
 #include "history/slip_images.h"
 #include "platform/failure.h"
+#include "platform/stop_request.h"
 #include "platform/window.h"
 #include "records/dictionary/FISX.h"
 #include "records/fields.h"
@@ -204,6 +206,7 @@ double revaluation_of_period(double F021) {
 
 void MAIN() {
     TRACCIA("MAIN");
+    run_course = {};
     CARICAAMBIENTE();
     if (environment.archive_directory.empty()) {
         load_from_path_files();
@@ -218,7 +221,11 @@ void MAIN() {
     ModSwCalm2::INIZIALIZZAFP();
     open_archives();
     clear_control_lists();
-    first_walk();
+    try {
+        first_walk();
+    } catch (const platform::StopRequested&) {
+        FINEPROG();
+    }
     for (const double n : {18., 278., 276.}) {
         FAIOPEN(n);
     }

@@ -4,12 +4,14 @@
 #include "context/environment.h"
 #include "context/failure_handler.h"
 #include "context/messages.h"
+#include "context/run_course.h"
 #include "context/trace.h"
 #include "context/utilities.h"
 #include "files/logical_files.h"
 #include "history/quadri.h"
 #include "history/slip_images.h"
 #include "platform/failure.h"
+#include "platform/stop_request.h"
 #include "platform/window.h"
 #include "run_end/control_lists.h"
 #include "tax/municipal_table.h"
@@ -26,8 +28,9 @@ namespace {
 constexpr double kEmployeeFile = 2;
 
 [[noreturn]] void end_program() {
+    constexpr int kFellShort = 1;
     close_all_files();
-    throw platform::EndOfProgram(0);
+    throw platform::EndOfProgram(run_fell_short() ? kFellShort : 0);
 }
 
 void hide_progress_labels() {
@@ -63,7 +66,15 @@ void close_archives() {
 void show_final_message() {
     const texts::Text& message =
         monthly_archive_exists() ? texts::kFinishedWithArchive : texts::kFinished;
-    plain_box(message, texts::kPeriodOfRun.bytes() + period_label());
+    std::string rest = texts::kPeriodOfRun.bytes() + period_label();
+    const std::size_t left = run_course.not_calculated();
+    if (platform::stop_requested()) {
+        rest += "\r\r" + texts::kInterrupted.bytes();
+    }
+    if (platform::stop_requested() || left > 0) {
+        rest += "\r\r" + texts::kNotCalculated.bytes() + std::to_string(left);
+    }
+    plain_box(message, rest);
 }
 
 }  // namespace
@@ -71,7 +82,7 @@ void show_final_message() {
 void FINEPROG() {
     TRACCIA("FINEPROG");
     sync_file(kEmployeeFile);
-    if (window().line_count() == 0) {
+    if (window().line_count() == 0 && !run_fell_short()) {
         end_program();
     }
     hide_progress_labels();

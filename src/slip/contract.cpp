@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 
+#include "context/messages.h"
 #include "context/period.h"
 #include "context/trace.h"
 #include "context/utilities.h"
@@ -138,7 +139,9 @@ void PASSQUAL() {
         copy_contract_of_employee();
     } catch (const platform::Failure& failure) {
         platform::window().box(texts::kErrorMessageTitle.bytes(),
-                               std::to_string(failure.number()) + " " + failure.description(),
+                               std::to_string(failure.number()) + " " + failure.description() +
+                                   "\r\n" + employee_label() + "\r\n" +
+                                   texts::kCheckContract.bytes(),
                                platform::Icon::critical);
         CHIUDI(kContractFile);
         throw EndRun{};

@@ -55,6 +55,12 @@ inline constexpr Text kMissingRegionOfFile{Kind::failure,
 inline constexpr Text kMissingProvinceOfFile{Kind::failure,
                                              "ERRORE OPEN - MANCA PROVINCIA - CSTR(NUMEROBASE)"};
 
+/// Told after two seconds of waiting.
+inline constexpr Text kWaitingForSemaphore{
+    Kind::line,
+    "In attesa del semaforo NZSEMA.DAT: lo tiene un altro programma. Il calcolo prosegue appena è "
+    "libero."};
+
 // Indexed files. The logical number, and the code of the operation, follow.
 inline constexpr Text kIndexFileEmpty{Kind::box, "ERRORE ISAM - FILE VUOTO "};
 inline constexpr Text kIndexNoKey{Kind::box, "ERRORE ISAM - LUNK=0"};
@@ -68,6 +74,8 @@ inline constexpr Text kTerminalAnswer{Kind::label, platform::terminal_texts::kAn
 inline constexpr Text kTerminalAsk{Kind::label, platform::terminal_texts::kAsk};
 inline constexpr Text kTerminalPressReturn{Kind::label, platform::terminal_texts::kPressReturn};
 inline constexpr Text kTerminalProgress{Kind::label, platform::terminal_texts::kProgress};
+inline constexpr Text kTerminalListNotWritten{Kind::line,
+                                              platform::terminal_texts::kListNotWritten};
 inline constexpr Text kTerminalNoGraphicWindow{Kind::line,
                                                platform::terminal_texts::kNoGraphicWindow};
 
@@ -76,14 +84,27 @@ inline constexpr Text kFormulaUnknownTarget{Kind::box, "CAMPO NON DECIFRABILE  "
 
 // Program, failure, printer
 inline constexpr Text kProgram{Kind::label, "VELMOR"};
+/// How the program calls itself to who meets its lock.
+inline constexpr Text kProgramFile{Kind::label, "velmor"};
 inline constexpr Text kFailure{Kind::failure, "Errore "};
 /// The file or record concerned follows.
 inline constexpr Text kFailureCulprit{Kind::failure, "Archivio o record: "};
+inline constexpr Text kInterrupted{Kind::failure, "Elaborazione interrotta su richiesta."};
+/// The number of employees follows.
+inline constexpr Text kNotCalculated{Kind::failure, "Dipendenti non elaborati: "};
 inline constexpr Text kRestoreTask{
     Kind::failure, "CHIUDERE TUTTE LE APPLICAZIONI DELLA TASK\r\nLANCIARE RIPRISTINO TASK"};
 inline constexpr Text kPrinterRetry{Kind::question, "ERR.STAMPANTE - SI VUOLE RITENTARE ?"};
 inline constexpr Text kPrinterClose{
     Kind::question, "CHIUDERE IL PROGRAMMA ? (se si risp.NO il progr.perde la riga e prosegue)"};
+
+// The archive in use by another program: program, process, time and machine follow, each after its
+// piece.
+inline constexpr Text kArchiveInUse{Kind::failure, "Gli archivi sono già in uso: "};
+inline constexpr Text kArchiveInUseProcess{Kind::failure, ", processo "};
+inline constexpr Text kArchiveInUseSince{Kind::failure, ", dal "};
+inline constexpr Text kArchiveInUseMachine{Kind::failure, ", computer "};
+inline constexpr Text kOtherProgram{Kind::failure, "altro programma"};
 
 // Status of an employee on the list
 inline constexpr Text kAlready{Kind::line, ":già elaborato"};
@@ -173,6 +194,9 @@ inline constexpr Text kMissingDependantTaxCode{Kind::line, ":INSERIRE CODFISC"};
 
 // Contracts
 inline constexpr Text kErrorMessageTitle{Kind::label, "MESSAGGIO DI ERRORE"};
+/// After the employee whose contract cannot be copied.
+inline constexpr Text kCheckContract{
+    Kind::failure, "Controllare contratto (P331), livello (P332) e percentuale (P333)."};
 inline constexpr Text kContractNotFound{Kind::box, " CODICE CONTRATTO NON TROVATO "};
 
 // Closing

@@ -7,14 +7,13 @@
 #include <string>
 #include <vector>
 
-#include "installation/demo.h"
 #include "installation/installation.h"
 #include "nzutil/process.h"
 #include "records/dictionary/CONX.h"
 #include "records/dictionary/DIPX.h"
 #include "records/dictionary/FOTX.h"
 #include "records/fields.h"
-#include "tests/support/temp_directory.h"
+#include "tests/support/demo_run.h"
 
 namespace {
 
@@ -22,7 +21,6 @@ namespace fs = std::filesystem;
 using namespace MXREPOSITORY;
 using nzutil::Installation;
 using nzutil::ProcessResult;
-using test_support::TempDirectory;
 
 constexpr int kEmployees = 2;
 constexpr int kDictionaryP = 11;
@@ -32,26 +30,15 @@ constexpr int kItems = 401;
 constexpr int kFreeItem = 300;  ///< a code that the demo does not use
 
 /// The first employee of the demo: 26 days of monthly pay, 1908.75, at 1908.75 / 26 = 73.41346.
-class ItemFaults : public ::testing::Test {
+class ItemFaults : public test_support::DemoRun {
   protected:
     static constexpr double kPay = 1908.75;
 
-    static void SetUpTestSuite() {
-        demo = new TempDirectory();
-        nzutil::make_demo_installation(demo->file("demo")).close();
-    }
-    static void TearDownTestSuite() {
-        delete demo;
-        demo = nullptr;
-    }
     void SetUp() override {
-        nzutil::copy_installation(demo->file("demo"), root()).close();
+        DemoRun::SetUp();
         installation().write_selection({{1, 1}});
         slip_of({line("002", "0000000002600")});
     }
-
-    [[nodiscard]] std::string root() const { return directory.file("prova"); }
-    [[nodiscard]] Installation installation() const { return Installation::open(root()); }
 
     /// A line of an item: 13 characters of quantity, 13 of rate.
     static std::string line(const std::string& code, const std::string& quantity,
@@ -91,18 +78,6 @@ class ItemFaults : public ::testing::Test {
         installation().write(kItems, code, record);
     }
 
-    ProcessResult run() const {
-        installation().close();
-        fs::create_directories(directory.file("run"));
-        return nzutil::run_process({VELMOR_PROGRAM,
-                                    {},
-                                    {{"SOLMAREL_REGISTRO", root() + "/registro.ini"},
-                                     {"PRIMULAX", directory.file("primulax")},
-                                     {"VELMOR_INTERFACCIA", "console"},
-                                     {"VELMOR_RISPOSTE", "no"},
-                                     {"VELMOR_TASK", ""}},
-                                    directory.file("run")});
-    }
     /// The slip is calculated, with this gross pay.
     ProcessResult expect_gross(double gross) const {
         ProcessResult result = run();
@@ -111,14 +86,7 @@ class ItemFaults : public ::testing::Test {
         EXPECT_DOUBLE_EQ(field(P241), gross);
         return result;
     }
-    static void write(const std::string& file, const std::string& content) {
-        std::ofstream(file, std::ios::binary) << content;
-    }
-
-    static TempDirectory* demo;
-    TempDirectory directory;
 };
-TempDirectory* ItemFaults::demo = nullptr;
 
 TEST_F(ItemFaults, TheSlipWithoutDamage) {
     expect_gross(kPay);
@@ -229,20 +197,24 @@ TEST_F(ItemFaults, ADeletedContractIsToldToo) {
     EXPECT_NE(result.output.find("CODICE CONTRATTO NON TROVATO"), std::string::npos);
 }
 
-TEST_F(ItemFaults, APayScaleBeyondItsRecordEndsTheRunInOrder) {
-    installation().write_selection({{1, 2}, {1, 1}, {1, 3}});
+/// The box names the employee. Two slips are owed: his own and the third's; the twelfth has the
+/// month from an earlier run.
+TEST_F(ItemFaults, APayScaleBeyondItsRecordEndsTheRunAndTellsWhoIsLeft) {
+    installation().write_selection({{1, 2}, {1, 1}, {1, 12}, {1, 3}});
     change_employee(P332, 99);
     change_employee(P333, 50);  // its marks do not fit in the contract's record
     const ProcessResult result = run();
-    EXPECT_EQ(result.status, 0) << result.output;
+    EXPECT_EQ(result.status, 1) << result.output;
     EXPECT_NE(result.output.find("FERRARI MARCO                           :elaborato"),
               std::string::npos)
         << result.output;
-    EXPECT_NE(result.output.find("[MESSAGGIO DI ERRORE] 9 Subscript out of range"),
+    EXPECT_NE(result.output.find("[MESSAGGIO DI ERRORE] 9 Subscript out of range\n"
+                                 "001-000-0001 - BIANCHI LAURA\n"),
               std::string::npos)
         << result.output;
     EXPECT_NE(result.output.find("Calcolo cedolino terminato"), std::string::npos) << result.output;
-    EXPECT_EQ(result.output.find("BIANCHI"), std::string::npos) << result.output;
+    EXPECT_TRUE(result.output.ends_with("Dipendenti non elaborati: 2\n")) << result.output;
+    EXPECT_EQ(result.output.find("BIANCHI LAURA   "), std::string::npos) << result.output;
     EXPECT_EQ(result.output.find("ROMANO"), std::string::npos) << result.output;
 }
 

@@ -14,7 +14,7 @@
 #include "nzutil/process.h"
 #include "platform/code_page.h"
 #include "platform/file_system.h"
-#include "tests/support/temp_directory.h"
+#include "tests/support/demo_run.h"
 #include "texts/texts.h"
 
 namespace {
@@ -23,7 +23,6 @@ namespace fs = std::filesystem;
 using nzutil::Installation;
 using nzutil::ProcessCall;
 using nzutil::ProcessResult;
-using test_support::TempDirectory;
 
 constexpr int kCompanies = 1;
 constexpr int kEmployees = 2;
@@ -33,54 +32,8 @@ constexpr int kSemaphore = 16;
 constexpr int kYearlyTables = 19;
 constexpr int kBeforeImageIndex = 36;
 
-class RunFaults : public ::testing::Test {
+class RunFaults : public test_support::DemoRun {
   protected:
-    static void SetUpTestSuite() {
-        demo = new TempDirectory();
-        nzutil::make_demo_installation(demo->file("demo")).close();
-    }
-    static void TearDownTestSuite() {
-        delete demo;
-        demo = nullptr;
-    }
-    void SetUp() override { nzutil::copy_installation(demo->file("demo"), root()).close(); }
-
-    [[nodiscard]] std::string root() const { return directory.file("prova"); }
-    [[nodiscard]] Installation installation() const { return Installation::open(root()); }
-    [[nodiscard]] std::string path(int file) const { return installation().path(file); }
-    [[nodiscard]] std::string archive() const { return root() + "/archivi"; }
-
-    [[nodiscard]] static std::string bytes(const std::string& file) {
-        return platform::read_whole_file(file);
-    }
-    static void write(const std::string& file, const std::string& content) {
-        std::ofstream(file, std::ios::binary) << content;
-    }
-
-    /// All files of the archive directory.
-    [[nodiscard]] std::map<std::string, std::string> snapshot() const {
-        std::map<std::string, std::string> files;
-        for (const fs::directory_entry& entry : fs::recursive_directory_iterator(archive())) {
-            if (entry.is_regular_file()) {
-                files[entry.path().filename().string()] = bytes(entry.path().string());
-            }
-        }
-        return files;
-    }
-
-    [[nodiscard]] ProcessCall call(const std::string& name = "run") const {
-        fs::create_directories(directory.file(name));
-        return {VELMOR_PROGRAM,
-                {},
-                {{"SOLMAREL_REGISTRO", root() + "/registro.ini"},
-                 {"PRIMULAX", directory.file("primulax")},
-                 {"VELMOR_INTERFACCIA", "console"},
-                 {"VELMOR_RISPOSTE", "no"},
-                 {"VELMOR_TASK", ""}},
-                directory.file(name)};
-    }
-    [[nodiscard]] ProcessResult run() const { return nzutil::run_process(call()); }
-
     /// A run that the failure handler ends: number, description and trace are shown, status 1.
     void expect_failure(const std::string& number_and_description,
                         const std::string& in_trace) const {
@@ -108,11 +61,7 @@ class RunFaults : public ::testing::Test {
         content.replace((static_cast<std::size_t>(file) - 1) * kLine + kLengthColumn, 5, length);
         write(table, content);
     }
-
-    static TempDirectory* demo;
-    TempDirectory directory;
 };
-TempDirectory* RunFaults::demo = nullptr;
 
 // ---- Registry and configuration ----
 
@@ -210,11 +159,13 @@ TEST_F(RunFaults, EmptySelectionFileIsNothingToDo) {
 // ---- Selection ----
 
 TEST_F(RunFaults, SelectionOfACompanyThatDoesNotExist) {
-    installation().write_selection({{77, 1}});
+    installation().write_selection({{77, 1}, {1, 1}});
     const std::string employees = bytes(path(kEmployees));
     const std::string companies = bytes(path(kCompanies));
     const ProcessResult result = run();
-    EXPECT_EQ(result.status, 0) << result.output;
+    EXPECT_EQ(result.status, 1) << result.output;
+    EXPECT_NE(result.output.find("Dipendenti non elaborati: 2"), std::string::npos)
+        << result.output;
     EXPECT_NE(result.output.find("MANCA DITTA 77"), std::string::npos) << result.output;
     EXPECT_EQ(bytes(path(kEmployees)), employees);
     EXPECT_EQ(bytes(path(kCompanies)), companies);
@@ -236,22 +187,6 @@ TEST_F(RunFaults, EmptyIndexOfBeforeImagesIsShownAndTheRunGoesOn) {
 }
 
 // ---- Other programs ----
-
-/// The run waits for the semaphore as long as another program holds it; meanwhile a second instance
-/// on the same archive ends at once and without a message.
-TEST_F(RunFaults, HeldSemaphoreIsWaitedForAndASecondInstanceEnds) {
-    auto holder = platform::files().open(path(kSemaphore), platform::OpenMode::exclusive);
-    ProcessResult first;
-    std::thread waiting([this, &first] { first = nzutil::run_process(call("first")); });
-    const auto second_status = [this] { return nzutil::run_process(call("second")).status; };
-    // The first instance needs a moment to take its lock and reach the semaphore.
-    std::this_thread::sleep_for(std::chrono::seconds(2));
-    EXPECT_EQ(second_status(), 3);
-    EXPECT_EQ(bytes(directory.file("second/output.txt")), "");
-    holder.reset();
-    waiting.join();
-    EXPECT_EQ(first.status, 0) << first.output;
-}
 
 TEST_F(RunFaults, TwoInstallationsOnOneMachineDoNotStopEachOther) {
     auto holder = platform::files().open(path(kSemaphore), platform::OpenMode::exclusive);

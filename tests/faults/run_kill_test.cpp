@@ -85,13 +85,13 @@ class KilledRun : public ::testing::Test {
     }
     void TearDown() override {
         forget_run();
-        ModSWCALM::instance_lock = {};
         ::unsetenv("SOLMAREL_REGISTRO");
     }
 
     /// What is in memory goes with the process.
     static void forget_run() {
         platform::set_files(nullptr);
+        ModSWCALM::instance_lock = {};
         MXLIBRERIA::recovery_slot = {};
         MXLIBRERIA::CHIUDI(0);
         MXLIBRERIA::file_table = {};

@@ -4,6 +4,7 @@
 
 #include <vector>
 
+#include "context/run_course.h"
 #include "context/trace.h"
 #include "platform/printer.h"
 #include "tests/support/scripted_window.h"
@@ -46,6 +47,7 @@ class Failures : public ::testing::Test {
     void TearDown() override {
         trace_ring = {};
         set_close_all_files({});
+        run_course = {};
         platform::set_printer(nullptr);
         window.verify();
     }
@@ -72,6 +74,13 @@ TEST_F(Failures, NumberDescriptionAndTraceThenRestoreOfTheTask) {
     EXPECT_EQ(window.boxes[1].text,
               "CHIUDERE TUTTE LE APPLICAZIONI DELLA TASK\r\nLANCIARE RIPRISTINO TASK");
     EXPECT_EQ(closings, 1);
+}
+
+TEST_F(Failures, SlipsThatAreOwedAreCounted) {
+    run_course.calculated_before = {false, true, false};
+    window.expect_box("Dipendenti non elaborati: 2\r\n");
+    window.expect_box("LANCIARE RIPRISTINO TASK");
+    EXPECT_EQ(GESTIONEERRORE(Failure(platform::kDiskFull)), 1);
 }
 
 TEST_F(Failures, AccessorsNameStandsInTheTraceOnThatPathOnly) {

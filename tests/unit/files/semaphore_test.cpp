@@ -131,7 +131,7 @@ class HeldForAWhile final : public platform::FileSystem {
 };
 
 TEST_F(Semaphore, IsTriedAgainWhileItIsHeld) {
-    int refusals = 1001;
+    int refusals = 21;
     platform::set_files(std::make_unique<HeldForAWhile>(&refusals));
     APRISEMA();
     platform::set_files(nullptr);

@@ -220,16 +220,5 @@ TEST(WholeFiles, LengthExistenceAndRemoval) {
     EXPECT_EQ(failure_of([&] { static_cast<void>(files().length(directory.file("A.DAT"))); }), 53);
 }
 
-TEST(NamedLocks, OneProcessHoldsIt) {
-    const TempDirectory directory;
-    const std::string path = directory.file("velmor");
-    auto lock = try_named_lock(path);
-    ASSERT_NE(lock, nullptr);
-    const auto other_takes_it = [&] { return try_named_lock(path) == nullptr ? 0 : 1; };
-    EXPECT_EQ(in_other_process(other_takes_it), 0);
-    lock.reset();
-    EXPECT_EQ(in_other_process(other_takes_it), 1);
-}
-
 }  // namespace
 }  // namespace platform

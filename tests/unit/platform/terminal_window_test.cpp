@@ -17,6 +17,17 @@ using testing::internal::CaptureStdout;
 using testing::internal::GetCapturedStderr;
 using testing::internal::GetCapturedStdout;
 
+/// Does `work` raise a failure?
+template <typename Work>
+bool throws_failure(Work work) {
+    try {
+        work();
+    } catch (const Failure&) {
+        return true;
+    }
+    return false;
+}
+
 /// A terminal window without an operator: standard input is empty.
 class Terminal : public ::testing::Test {
   protected:
@@ -97,6 +108,33 @@ TEST_F(Terminal, AFileOfAnswersGoesOnWithNo) {
 TEST_F(Terminal, AFileOfAnswersThatIsMissingIsAFailure) {
     ::setenv("VELMOR_RISPOSTE", "/non/esiste.txt", 1);
     EXPECT_THROW(static_cast<void>(window_->ask("T", "?", Icon::question)), Failure);
+}
+
+TEST_F(Terminal, AFileOfAnswersIsLookedForAtTheStart) {
+    const test_support::TempDirectory directory;
+    check_answers();
+    for (const char* given : {"si", "NO", "", "/non/esiste.txt"}) {
+        ::setenv("VELMOR_RISPOSTE", given, 1);
+        EXPECT_EQ(given[0] == '/', throws_failure([] { check_answers(); })) << given;
+    }
+    directory.write("r.txt", "");
+    ::setenv("VELMOR_RISPOSTE", directory.file("r.txt").c_str(), 1);
+    check_answers();
+}
+
+TEST_F(Terminal, TheSameTrialTakesThreeYesThatStandReady) {
+    ::setenv("VELMOR_RISPOSTE", "si", 1);
+    for (int times_before = 0; times_before < 5; ++times_before) {
+        EXPECT_EQ(window_->ask_again("T", "?", Icon::critical, times_before), times_before < 3);
+    }
+    EXPECT_TRUE(window_->ask("T", "un'altra", Icon::question));
+}
+
+TEST_F(Terminal, ARemarkIsNoLineOfTheOutput) {
+    window_->remark("si aspetta: perch\xE9");
+    EXPECT_EQ(shown(), "");
+    EXPECT_EQ(errors_, "si aspetta: perché\n");
+    EXPECT_FALSE(window_->output_failed());
 }
 
 TEST_F(Terminal, ProgressNamesTheEntriesOfTheSelection) {

@@ -4,8 +4,10 @@
 
 #include "context/environment.h"
 #include "context/failure_handler.h"
+#include "context/run_course.h"
 #include "platform/failure.h"
 #include "platform/printer.h"
+#include "platform/stop_request.h"
 #include "slip/slip.h"
 #include "tests/support/scripted_window.h"
 #include "tests/support/temp_directory.h"
@@ -52,6 +54,8 @@ class EndOfRun : public ::testing::Test {
         window.verify();
         platform::set_printer(nullptr);
         MXLIBRERIA::set_close_all_files({});
+        MXLIBRERIA::run_course = {};
+        platform::set_stop_requested(false);
         MXLIBRERIA::environment = {};
         ModSWCALM::run_tables = {};
     }
@@ -87,6 +91,28 @@ TEST_F(EndOfRun, FinalMessageNamesThePeriodAndTheWindowStays) {
     EXPECT_EQ(closings, 1);
     EXPECT_FALSE((window.visible[{Control::Label4, 0}]));
     EXPECT_FALSE((window.visible[{Control::Label2, 0}]));
+}
+
+/// Five entries: the second walk has finished two; of the other three one had its month before.
+TEST_F(EndOfRun, FinalMessageCountsTheSlipsThatAreOwed) {
+    MXLIBRERIA::run_course.calculated_before = {true, false, false, true, false};
+    MXLIBRERIA::run_course.finished = 2;
+    expect_final_box();
+    EXPECT_EQ(end(), 1);
+    EXPECT_EQ(window.boxes[0].text,
+              "Calcolo cedolino terminato\r\rPeriodo di elaborazione MM normale 31/05/2024\r\r"
+              "Dipendenti non elaborati: 2");
+}
+
+TEST_F(EndOfRun, ARequestToStopIsToldWhereNobodyHasALineToo) {
+    window.clear_list();
+    MXLIBRERIA::run_course.calculated_before = {false, false};
+    platform::set_stop_requested(true);
+    expect_final_box();
+    EXPECT_EQ(end(), 1);
+    EXPECT_EQ(window.boxes[0].text,
+              "Calcolo cedolino terminato\r\rPeriodo di elaborazione MM normale 31/05/2024\r\r"
+              "Elaborazione interrotta su richiesta.\r\rDipendenti non elaborati: 2");
 }
 
 TEST_F(EndOfRun, FinalMessageWithTheMonthlyArchive) {

@@ -173,17 +173,28 @@ TEST_F(StartUp, BlankPathFileIsAConfigurationError) {
 TEST_F(StartUp, LockOfTheInstallationIsHeldAfterTheLoader) {
     run_to_walk();
     ASSERT_NE(ModSWCALM::instance_lock.lock, nullptr);
-    EXPECT_EQ(platform::try_named_lock(ModSWCALM::instance_lock.name), nullptr);
+    EXPECT_EQ(platform::try_directory_lock(registry.archives, "prova").lock, nullptr);
 }
 
 TEST_F(StartUp, OtherInstanceOnTheSameArchiveEndsTheSecondWithoutAMessage) {
     run_to_walk();
-    const std::string name = ModSWCALM::instance_lock.name;
     ModSWCALM::instance_lock = {};
-    const auto other = platform::try_named_lock(name);
-    ASSERT_NE(other, nullptr);
+    const auto other = platform::try_directory_lock(registry.archives, "prova");
+    ASSERT_NE(other.lock, nullptr);
     EXPECT_EQ(run().status, 3);
     EXPECT_TRUE(window.boxes.empty());
+}
+
+TEST_F(StartUp, TheSecondLoaderLocksTheArchiveThatItNames) {
+    const std::string archives = registry.archives;
+    registry.archives.clear();
+    const TempDirectory primulax;
+    primulax.write("NZPERARK.NZP", archives + "\r\n");
+    primulax.write("NZPERPRO.NZP", archives + "\r\n");
+    setenv("PRIMULAX", primulax.path().c_str(), 1);
+    const auto other = platform::try_directory_lock(archives, "prova");
+    ASSERT_NE(other.lock, nullptr);
+    EXPECT_EQ(run().status, 3);
 }
 
 // ---- Regional table ----

@@ -1,0 +1,25 @@
+#pragma once
+// How far the run has come through its selection.
+
+#include <cstddef>
+#include <vector>
+
+namespace MXLIBRERIA {
+
+/// Lives from the start of the first walk to the end.
+struct RunCourse {
+    /// One an entry of the selection: the first walk found the month calculated before.
+    std::vector<bool> calculated_before;
+    /// Entries that the second walk has come past, in the order of the selection.
+    std::size_t finished = 0;
+
+    /// Entries of the selection whose slip the run still owes.
+    [[nodiscard]] std::size_t not_calculated() const;
+};
+extern RunCourse run_course;
+
+/// Did the run come to less than it was asked for: a slip not calculated, a request to stop, a list
+/// that could not be written in full?
+[[nodiscard]] bool run_fell_short();
+
+}  // namespace MXLIBRERIA
