@@ -161,15 +161,35 @@ void write_records() {
     }
 }
 
+/// The step into the slot. One that a killed run has left with nothing to finish may be another
+/// user's, who alone has the right to write it: it is made anew.
+void fill_slot() {
+    const auto fill = [] {
+        if (recovery_slot.channel == nullptr) {
+            recovery_slot.channel = files().open(slot_path(), OpenMode::shared);
+        }
+        recovery_slot.channel->write_at(0, recovery_slot.image);
+    };
+    const bool opens = recovery_slot.channel == nullptr;
+    try {
+        fill();
+    } catch (const Failure& failure) {
+        if (!opens || failure.number() != platform::kPathFileAccess ||
+            !files().exists(slot_path())) {
+            throw;
+        }
+        recovery_slot.channel.reset();
+        files().remove(slot_path());
+        fill();
+    }
+}
+
 void write_step() {
     if (recovery_slot.records.empty()) {
         return;
     }
     complete_image();
-    if (recovery_slot.channel == nullptr) {
-        recovery_slot.channel = files().open(slot_path(), OpenMode::shared);
-    }
-    recovery_slot.channel->write_at(0, recovery_slot.image);
+    fill_slot();
     recovery_slot.unfinished = true;
     write_records();
     mark_empty();
