@@ -15,7 +15,6 @@
 #include "records/fields.h"
 #include "records/numbers.h"
 #include "slip/one_off_2022.h"
-#include "slip/percentage_items.h"
 #include "slip/slip.h"
 #include "tax/income_tax.h"
 #include "tax/surtaxes.h"
@@ -25,7 +24,6 @@ namespace ModSwCalm2 {
 using namespace MXREPOSITORY;
 using ModSWCALB::tax_state;
 using ModSWCALM::company_is;
-using ModSWCALM::recompute_percentage_items;
 using ModSWCALM::slip;
 using MXLIBRERIA::period;
 using MXLIBRERIA::TRACCIA;
@@ -137,16 +135,13 @@ void contribution_and_tax_pass() {
     // others the additional slip of the month adjusts nothing.
     const bool leaves_now = MXLIBRERIA::yyyymm_of(testo(P017)) == period.yyyymm();
     tax_state.ConguaglioAnnuale = period.ordinary() && (leaves_now || period.month() == 12);
-    recompute_percentage_items();
     CSOCTASSEPENPALS();
 }
 
 /// One-off payments at the end of 2022 (D.L. 144/2022, art. 18).
 void one_off_payments_2022() {
-    const bool november =
-        period.yyyymm() == 202211 && period.ordinary() && num(PB24) == 0 && num(PB25) != 11;
-    const bool december = period.yyyymm() == 202212 && num(PB24) == 0 && num(PB25) == 0;
-    if (november || december) {
+    const double month = period.yyyymm();
+    if ((month == 202211 || month == 202212) && num(PB24) == 0) {
         ModSWCALM::one_off_2022();
     }
 }

@@ -14,7 +14,6 @@
 #include "records/dictionary/FISX.h"
 #include "records/fields.h"
 #include "records/numbers.h"
-#include "severance/pension_funds.h"
 #include "slip/slip.h"
 #include "tax/income_tax.h"
 
@@ -138,16 +137,6 @@ void open_month() {
     }
 }
 
-void bases_and_fund() {
-    item_bases_before_fund(Pass::entertainers);
-    if (num(P921) == 0 && num(PA48) == 0) {
-        const double before = num(Q224);
-        FONDOPENSIONE();
-        closing.fund_contribution = num(Q224) - before;
-    }
-    item_bases_after_fund();
-}
-
 void amounts_to_date() {
     aggiungi(Q170, num(Q010));
     if (num(P168) > 1) {
@@ -172,14 +161,6 @@ constexpr double kHundredthsOfPercent = 10000;
 
 bool year_is_settled_apart() {
     return num(P118) != 2 && num(P182) != 0 && run_tables.TABFISSO.at(kRateCell) != 0;
-}
-
-double contributions_of_the_slip() {
-    double sum = 0;
-    for (int item = 1; item <= 8; ++item) {
-        sum += item_cell(contributions.amounts, item);
-    }
-    return sum;
 }
 
 }  // namespace
@@ -213,12 +194,13 @@ void CONGSOLIDENPALS() {
         arrotonda((wage - above) * run_tables.TABFISSO.at(kRateCell) / kHundredthsOfPercent);
     const double due_above =
         arrotonda(above * run_tables.TABFISSO.at(kRateAboveCell) / kHundredthsOfPercent);
-    const double owed = arrotonda(due - num(Q007) - contributions_of_the_slip());
+    const double owed = arrotonda(due - num(Q007) - pension_contribution());
     const double owed_above = arrotonda(due_above - num(Q009));
     scrivi(P282, due);
     scrivi(P283, due_above);
     scrivi(P284, owed);
     scrivi(P285, owed_above);
+    aggiungi(Q007, owed);
     aggiungi(Q009, owed_above);
     aggiungi(Q224, owed + owed_above);
 }
@@ -227,7 +209,7 @@ void CSOCTASSEPENPALS() {
     TRACCIA("CSOCTASSEPENPALS");
     open_month();
     take_wage_limits();
-    bases_and_fund();
+    bases_and_fund(Pass::entertainers);
     employee_amounts(Pass::entertainers);
     amounts_to_date();
     back_pay_contribution();

@@ -23,7 +23,8 @@ void CSOCTASSEPENPALS();
 [[nodiscard]] std::string FAI_ENPALS();
 
 /// Settlement of the year's contributions at the rate up to the first bracket and the rate above
-/// it: P282 and P283 what is due of the year, P284 and P285 what is still owed; Q009, Q224.
+/// it: P282 and P283 what is due of the year, P284 and P285 what is still owed beyond the pension
+/// contributions to date (Q007, Q009) and of this slip; Q007, Q009, Q224.
 void CONGSOLIDENPALS();
 
 }  // namespace ModSwCalm2

@@ -34,7 +34,6 @@ void settle_flags_and_sums() {
     if (num(P031) == 0) {
         svuota({P186, Q244});
     }
-    aggiungi(Q007, num(Q224));
     aggiungi(Q109, slip.ESENTEA);
     if (tax_state.ConguaglioAnnuale && num(P792) == 1) {
         scrivi(P793, num(P793));

@@ -7,7 +7,6 @@
 #include "closing/withholding.h"
 #include "context/period.h"
 #include "context/trace.h"
-#include "contributions/contributions.h"
 #include "records/dictionary/DIPX.h"
 #include "records/dictionary/DITX.h"
 #include "records/dictionary/FISX.h"
@@ -58,17 +57,6 @@ void older_fund() {
     if (num(P401) != 0 && num(P184) != 0) {
         FONDOPREV();
     }
-}
-
-void bases_and_fund() {
-    item_bases_before_fund();
-    if (num(P921) == 0 && num(PA48) == 0) {
-        const double before = num(Q224);
-        FONDOPENSIONE();
-        closing.fund_contribution = num(Q224) - before;
-    }
-    ModSWCALM::recompute_percentage_items();
-    item_bases_after_fund();
 }
 
 /// Q224 takes what the items have not brought: the fund's contribution of those who are no members,
@@ -156,6 +144,17 @@ void termination() {
 
 }  // namespace
 
+void bases_and_fund(Pass pass) {
+    item_bases_before_fund(pass);
+    if (num(P921) == 0 && num(PA48) == 0) {
+        const double before = num(Q224);
+        FONDOPENSIONE();
+        closing.fund_contribution = num(Q224) - before;
+    }
+    ModSWCALM::recompute_percentage_items();
+    item_bases_after_fund();
+}
+
 void tax_and_termination_phases() {
     if (ModSWCALB::adjustment_only() && !tax_state.ConguaglioAnnuale) {
         tax_state.PrimaPassata = 0;  // no days, hence no deductions against what it pays
@@ -178,7 +177,7 @@ void TFRETASSAZIONESEPARATA() {
     TRACCIA("TFRETASSAZIONESEPARATA");
     older_fund();
     decide_year_end();
-    bases_and_fund();
+    bases_and_fund(Pass::general);
     employee_amounts();
     back_pay_contribution();
     complete_contributions();

@@ -13,6 +13,7 @@
 #include "records/fields.h"
 #include "records/numbers.h"
 #include "slip/slip.h"
+#include "slip/taxable_bases.h"
 #include "tax/deductions.h"
 
 namespace ModSwCalm2 {
@@ -45,24 +46,27 @@ void collaborator_sums() {
     aggiungi(Q522, num(P452));
 }
 
-/// Accident insurance of collaborators: a wage above the monthly limit counts up to it (F345, F346
-/// a year; D.Lgs. 38/2000, art. 5), under the class of P032.
+/// What of a collaborator's wage is insured against accidents: nothing up to the lower limit, the
+/// wage itself between the two, and no more than the upper one (F345, F346 a year; one alone is
+/// both). D.Lgs. 38/2000, art. 5
+double insured_wage(double wage, double months) {
+    const double first = num(F345) != 0 ? num(F345) : num(F346);
+    const double second = num(F346) != 0 ? num(F346) : num(F345);
+    const double least = std::min(first, second) / 12 * months;
+    const double most = std::max(first, second) / 12 * months;
+    return wage > least ? std::min(wage, most) : 0;
+}
+
+/// The insured wage of the month, and its sum under the class of P032.
 void collaborator_accident_limits() {
     const double months = std::max(
         1.0, num(P447) == 1 && num(P090) >= 1 && num(P090) <= 11 ? Int(12 / num(P090)) : 1.0);
-    const double wage = num(P240);
-    double counted = 0;
-    for (const double yearly_limit : {num(F345), num(F346)}) {
-        const double limit = yearly_limit / 12 * months;
-        if (yearly_limit != 0 && wage > limit) {
-            counted = limit;
-        }
-    }
-    const double insurance_class = num(P032);
+    const double counted = insured_wage(num(P240), months);
     if (counted == 0) {
         return;
     }
     scrivi(Q204, counted);
+    const double insurance_class = num(P032);
     if (insurance_class >= 1 && insurance_class <= 9) {
         aggiungi(dopo(Q205, static_cast<int>(insurance_class) - 1), counted);
     }
@@ -93,8 +97,7 @@ void raise_to_minimum() {
         return;
     }
     const double whole_minimum = unita(slip.minimum_base);
-    const bool whole_wage = num(P169) == 0 || ModSWCALM::run_tables.F041 == 1;
-    const double minimum = whole_wage ? whole_minimum : slip.minimum_base;
+    const double minimum = ModSWCALM::wage_is_whole() ? whole_minimum : slip.minimum_base;
     if (num(P240) < minimum) {
         scrivi(P249, minimum - num(P240));
         scrivi(P240, minimum);
@@ -133,6 +136,7 @@ void other_sums_to_date() {
     if (num(P849) == 1 && num(P852) > 0) {
         aggiungi(Q005, num(P852));
     }
+    aggiungi(Q007, pension_contribution());
     aggiungi(Q002, unita(num(P252)));
     aggiungi(Q063, num(P201));
     aggiungi(Q068, num(P242));

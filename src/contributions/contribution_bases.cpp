@@ -76,6 +76,14 @@ void limit_item4() {
     base = std::min(base, contributions.residue_item4);
 }
 
+/// P252 takes the base of item 2 where it is in force; otherwise it stays the wage of the lines,
+/// which the ceiling of item 4 counts to date (Q002).
+void write_wage_of_item2() {
+    if (item_cell(contributions.switches, 2) != 0) {
+        scrivi(P252, item_cell(contributions.bases, 2));
+    }
+}
+
 void fill_bases(Pass pass) {
     for (int item = 1; item <= kItems; ++item) {
         const Item& row = kItemTable.at(static_cast<std::size_t>(item) - 1);
@@ -84,7 +92,7 @@ void fill_bases(Pass pass) {
         item_cell(contributions.switches, item) = in_force;
         item_cell(contributions.bases, item) = row.whole ? unita(wage * in_force) : wage * in_force;
     }
-    scrivi(P252, item_cell(contributions.bases, 2));
+    write_wage_of_item2();
     limit_item4();
 }
 
@@ -127,7 +135,7 @@ void calendar_of_26_days() {
     base_of(1, P161, P357);
     base_of(6, P162, P358);
     item_cell(contributions.bases, 2) = unita(num(P163) / 26 * days * switch_of(2));
-    scrivi(P252, item_cell(contributions.bases, 2));
+    write_wage_of_item2();
     scrivi(P240, item_cell(contributions.bases, 1));
 }
 

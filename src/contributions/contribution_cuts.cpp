@@ -12,6 +12,7 @@
 #include "records/dictionary/SETX.h"
 #include "records/fields.h"
 #include "records/numbers.h"
+#include "slip/cut_lines.h"
 #include "slip/slip.h"
 
 namespace ModSwCalm2 {
@@ -54,10 +55,6 @@ struct Band {
     double half_points = 0;
 };
 
-double month_wage() {
-    return num(P240) - slip.extra_month_wage;
-}
-
 /// Wage of the earlier slip of the month. Without one the field may still hold another month's.
 double earlier_slip_wage() {
     return slip.earlier_slip_this_month ? num(P268) : 0;
@@ -67,7 +64,7 @@ Band band_of_slip(const CutPeriod& rule) {
     if (rule.form == CutForm::none || num(PB05) != 0) {
         return {};
     }
-    const double wage = month_wage() + earlier_slip_wage();
+    const double wage = ModSWCALM::tested_wage_of_the_cut() + earlier_slip_wage();
     if (rule.form == CutForm::two_bands && wage <= kLowWage) {
         return {&kLowBand, rule.low, rule.half_low};
     }
@@ -170,9 +167,9 @@ double contribution_cut(double due) {
     double cut = 0;
     azzera({PB06, PB10, PB14, PB15, PB26, PB29});
     if (band.fields != nullptr) {
-        const double apart = slip.items_59_60_74;
-        cut += take(band.fields->month, (month_wage() - apart) * band.percent / 100, left);
-        cut += take(band.fields->apart, apart * band.percent / 100, left);
+        const double own = ModSWCALM::own_wage_of_the_cut();
+        cut += take(band.fields->month, own * band.percent / 100, left);
+        cut += take(band.fields->apart, slip.items_59_60_74 * band.percent / 100, left);
     }
     const bool counts = extra_payment_counts(rule, band);
     for (const Descriptor& field : {PB07, PB16, PB28}) {

@@ -111,6 +111,10 @@ void employee_amounts(Pass pass) {
     mothers_relief();
 }
 
+double pension_contribution() {
+    return contributions.amounts[1] + contributions.amounts[2] + contributions.amounts[8];
+}
+
 double contributions_on(double amount) {
     double sum = 0;
     for (const BackPayItem& row : kBackPayItems) {

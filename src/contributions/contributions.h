@@ -47,6 +47,9 @@ void item_bases_before_fund(Pass pass = Pass::general);
 void item_bases_after_fund();
 /// Q224 and Q225 from the items; the cuts by year, the shares PB21.
 void employee_amounts(Pass pass = Pass::general);
+/// Pension contributions of the slip before any cut (items 1, 2, 8): what Q007 sums to date and the
+/// year's settlement of entertainers asks for.
+[[nodiscard]] double pension_contribution();
 /// Contributions on an amount outside the month's wage: items 1, 3, 8, with P040 not 0 also 5,
 /// 6, 2.
 [[nodiscard]] double contributions_on(double amount);

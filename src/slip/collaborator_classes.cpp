@@ -16,45 +16,46 @@ using namespace MXLIBRERIA;
 
 namespace {
 
-/// The part of the line above the yearly social limit (Z009) goes to P500 and to the year's sum.
+/// The part of the line above the yearly social limit (Z009) joins P500 and the year's sum.
 void book_above_social_limit(double above) {
-    scrivi(P500, above);
+    aggiungi(P500, above);
     aggiungi(num(QA44) == 0 ? QA33 : Q782, above);
 }
 
-/// Class 4: P765 the exempt part, P500 the part above the year's limit.
+/// Class 4: P765 the exempt part, P500 the part above the year's limit, both of all lines of the
+/// slip. The exempt part joins the year's sum Q782 at the closing.
 double yearly_social_excess(double limit) {
     const double amount = num(Z153);
-    const double progress = num(Q782) + num(QA44);
+    const double progress = num(Q782) + num(QA44) + num(P765);
     const double room = limit - progress;
     if (progress >= limit) {
         book_above_social_limit(amount);
     } else if (amount <= room) {
-        scrivi(P765, amount);
+        aggiungi(P765, amount);
     } else {
-        scrivi(P765, room);
+        aggiungi(P765, room);
         book_above_social_limit(amount - room);
     }
     return excess(limit);
 }
 
-/// Class 5: PC29 the exempt part of the line, PC30 the taxed one, QA32 the year's exempt sum.
-/// D.Lgs. 36/2021, art. 36, c. 6
+/// Class 5: PC29 the exempt part of the slip's lines, PC30 the taxed one, QA32 the year's exempt
+/// sum. D.Lgs. 36/2021, art. 36, c. 6
 double yearly_fiscal_excess(double limit) {
     const double amount = num(Z153);
     const double progress = num(QA32) + num(QA44);
     const double room = limit - progress;
     if (progress >= limit) {
-        scrivi(PC30, amount);
+        aggiungi(PC30, amount);
         return amount;
     }
     if (amount <= room) {
-        scrivi(PC29, amount);
+        aggiungi(PC29, amount);
         aggiungi(QA32, amount);
         return amount < limit ? 0 : amount - limit;
     }
-    scrivi(PC29, room);
-    scrivi(PC30, amount - room);
+    aggiungi(PC29, room);
+    aggiungi(PC30, amount - room);
     scrivi(QA32, limit);
     return amount - room;
 }
@@ -97,11 +98,25 @@ void NONSOCHECALCOLI_COCOCO_SPORT() {
     double x = signed_amount(item.number);
     add_whole_amount(x);
     if (item.number == 4) {
-        x = class_4(x, with_sign(collaborator_excess(item)));
+        const double above = with_sign(collaborator_excess(item));
+        class_4(x, above);
+        x = above;
     } else if (item.number == 5) {
         x = with_sign(collaborator_excess(item));
     }
     add_to_base(x);
+}
+
+double collaborator_taxable_part() {
+    const double number = class_in_taxable().number;
+    if (number != 5) {
+        return number == 0 ? 0 : signed_amount(number);
+    }
+    const double limit = num(Z008);
+    if (num(Z016) != 0) {
+        return with_sign(excess(limit));
+    }
+    return num(QA32) + num(QA44) >= limit ? signed_amount(number) : 0;
 }
 
 }  // namespace ModSWCALM

@@ -10,6 +10,7 @@
 #include "slip/item_formula.h"
 #include "slip/slip.h"
 #include "slip/slip_table.h"
+#include "slip/taxable_bases.h"
 
 namespace ModSWCALM {
 
@@ -29,10 +30,28 @@ bool left_out_of_the_cut(int code) {
     return code == 59 || code == 60 || code == 74;
 }
 
+bool of_2022() {
+    return period.year() == 2022;
+}
+
+/// The sum that a line counts in; none of them for an ordinary line. In 2022 the code on the line
+/// tells the items 59, 60, 74; from 2023 first the formula: one that reads the months of the
+/// thirteenth (Q164) or fourteenth (Q165) is theirs, whatever the code.
+double* sum_of_line(int code) {
+    if (of_2022() && left_out_of_the_cut(code)) {
+        return &slip.items_59_60_74;
+    }
+    if (formula_reads("Q164")) {
+        return &slip.thirteenth_wage;
+    }
+    if (formula_reads("Q165")) {
+        return &slip.fourteenth_wage;
+    }
+    return left_out_of_the_cut(code) ? &slip.items_59_60_74 : nullptr;
+}
+
 /// Contribution wage of the excluded lines and of the extra months; a deduction takes off. An item
-/// that is neither earning nor deduction, or of no social class, does not count. An item whose
-/// formula reads the months of the thirteenth (Q164) or fourteenth (Q165) is theirs, whatever its
-/// code.
+/// that is neither earning nor deduction, or of no social class, does not count.
 void sum_lines_of_the_cut() {
     slip.items_59_60_74 = 0;
     slip.thirteenth_wage = 0;
@@ -42,16 +61,23 @@ void sum_lines_of_the_cut() {
             return true;
         }
         const double amount = num(Z011) == 1 ? -line_amount(line) : line_amount(line);
-        if (formula_reads("Q164")) {
-            slip.thirteenth_wage = importo(slip.thirteenth_wage + amount);
-        } else if (formula_reads("Q165")) {
-            slip.fourteenth_wage = importo(slip.fourteenth_wage + amount);
-        } else if (left_out_of_the_cut(code)) {
-            slip.items_59_60_74 = importo(slip.items_59_60_74 + amount);
+        if (double* sum = sum_of_line(code); sum != nullptr) {
+            *sum = importo(*sum + amount);
         }
         return true;
     });
     slip.extra_month_wage = importo(slip.thirteenth_wage + slip.fourteenth_wage);
+}
+
+/// The contribution wage less an amount in it: formed in cents, then rounded as P240 is. Where a
+/// ceiling or a conventional wage has replaced the wage of the lines, P240 has no cents of its own.
+double wage_without(double amount) {
+    if (amount == 0) {
+        return num(P240);
+    }
+    const double wage = num(P240) == slip.wage_of_lines ? slip.wage_in_cents : num(P240);
+    const double rest = arrotonda(wage - amount);
+    return wage_is_whole() ? unita(rest) : rest;
 }
 
 double percent_of(double wage, double percent) {
@@ -75,6 +101,14 @@ void cut_of_extra_month(double wage, const Descriptor& at_three, const Descripto
 
 }  // namespace
 
+double tested_wage_of_the_cut() {
+    return wage_without(slip.extra_month_wage + (of_2022() ? slip.items_59_60_74 : 0));
+}
+
+double own_wage_of_the_cut() {
+    return tested_wage_of_the_cut() - (of_2022() ? 0 : slip.items_59_60_74);
+}
+
 void sum_reduction_items() {
     sum_lines_of_the_cut();
     scrivi(PB11, slip.items_59_60_74);
@@ -92,8 +126,7 @@ void sum_extra_month_items() {
     sum_lines_of_the_cut();
     scrivi(PB11, slip.items_59_60_74);
     if (num(PB05) != 0) {
-        const double wage = num(P240) - slip.items_59_60_74 - slip.extra_month_wage;
-        scrivi(PB26, percent_of(wage, employee_percentage_sum() / 2));
+        scrivi(PB26, percent_of(own_wage_of_the_cut(), employee_percentage_sum() / 2));
         return;
     }
     if (period.year() == 2023) {

@@ -12,4 +12,10 @@ void sum_reduction_items();
 /// art. 1, c. 281; L. 234/2021, art. 1, c. 137
 void sum_extra_month_items();
 
+/// The wage of the month that the limits of the cut are held against: without 13th and 14th, and in
+/// 2022 without the items 59, 60, 74, as `sum_...` have left them in the slip.
+[[nodiscard]] double tested_wage_of_the_cut();
+/// What of it the month's own cut is worked out on: without the items 59, 60, 74 in every year.
+[[nodiscard]] double own_wage_of_the_cut();
+
 }  // namespace ModSWCALM

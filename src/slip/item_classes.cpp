@@ -21,19 +21,21 @@ namespace {
 
 // ---- Classes that only set amounts aside ----
 
-/// Class 6 under the yearly ceiling leaves the base and goes to the ceiling totals; without the
-/// ceiling it is fully taxable.
-ItemClass fiscal_class_6() {
+/// Classes 6, 8 and 9 are told apart for the yearly ceiling; class 6 under it (the ceiling flag),
+/// and 8 and 9 always, leave the base.
+void set_aside_by_class() {
     const double amount = num(Z153);
-    if (!slip.ceiling_flag) {
+    const double declared = num(Z013);
+    if (declared == 8) {
+        slip.class8_seen = true;
+    } else if (declared == 9) {
+        slip.ceiling_totals[4] += amount;
+    } else if (declared == 6 && !slip.ceiling_flag) {
         slip.ceiling_totals[3] += amount;
-        return {1, num(Z006)};
+    } else if (declared == 6) {
+        slip.ceiling_totals[1] += num(Z011) == 2 && num(Z014) == 0 ? amount : 0;
+        slip.ceiling_totals[2] += amount;
     }
-    if (num(Z011) == 2 && num(Z014) == 0) {
-        slip.ceiling_totals[1] += amount;
-    }
-    slip.ceiling_totals[2] += amount;
-    return {};
 }
 
 /// Amounts that make up the difference settled in January (Z157 = 1).
@@ -85,36 +87,53 @@ void class_8_or_9(double x) {
     slip.IMPMINIMALE += x;
 }
 
-/// What a class lets into the first and third total; false when it has seen to them itself.
-bool counted_amount(const ItemClass& item, double& x) {
+/// What a class lets into the first total of the signed amount `whole`.
+double counted_part(const ItemClass& item, double whole) {
     switch (static_cast<int>(item.number)) {
         case 3:
-            class_3(x, item.limit);
-            return false;
+            return whole / 2;
         case 4:
-            x = class_4(x, with_sign(excess(item.limit)));
-            return true;
         case 5:
-            x = with_sign(excess(item.limit));
-            CALCTRASFERTA(x, item.limit);
-            return true;
+            return with_sign(excess(item.limit));
         case 6:
-            x = with_sign(excess(item.limit)) / 2;
-            CALCTRASFERTA(x, item.limit);
-            return true;
         case 7:
-            x = with_sign(excess(item.limit)) / 2;
-            classification.third += x;
-            return true;
+            return with_sign(excess(item.limit)) / 2;
+        case 0:
         case 8:
-            class_8_or_9(x);
-            return false;
         case 9:
-            class_8_or_9(-x);
-            return false;
+            return 0;
         default:
-            return true;
+            return whole;
     }
+}
+
+/// The signed amount of the line joins the totals as its class lets it in.
+void count_by_class(const ItemClass& item, double whole) {
+    const double counted = counted_part(item, whole);
+    switch (static_cast<int>(item.number)) {
+        case 3:
+            class_3(whole, item.limit);
+            return;
+        case 4:
+            class_4(whole, counted);
+            break;
+        case 5:
+        case 6:
+            CALCTRASFERTA(counted, item.limit);
+            break;
+        case 7:
+            classification.third += counted;
+            break;
+        case 8:
+            class_8_or_9(whole);
+            return;
+        case 9:
+            class_8_or_9(-whole);
+            return;
+        default:
+            break;
+    }
+    add_to_base(counted);
 }
 
 }  // namespace
@@ -131,7 +150,7 @@ double excess(double limit) {
 }
 
 double with_sign(double value) {
-    return classification.negative ? -value : value;
+    return num(Z011) == 1 ? -value : value;
 }
 
 void date_the_mark_Q788() {
@@ -150,24 +169,26 @@ void date_the_mark_Q788() {
     }
 }
 
-ItemClass fiscal_class() {
+ItemClass class_in_taxable() {
     const double declared = num(Z013);
-    if (declared == 8) {
-        slip.class8_seen = true;
-        return {};
-    }
-    if (declared == 7) {
-        return {};
-    }
     if (declared == 6) {
-        return fiscal_class_6();
+        return slip.ceiling_flag ? ItemClass{} : ItemClass{1, num(Z006)};
     }
-    if (declared == 9) {
-        slip.ceiling_totals[4] += num(Z153);
+    if (declared >= 7) {
         return {};
     }
     const bool second_form = declared == 5 && num(Z006) == 0 && num(Z008) != 0;
     return {declared, num(second_form ? Z008 : Z006)};
+}
+
+ItemClass fiscal_class() {
+    set_aside_by_class();
+    return class_in_taxable();
+}
+
+double employee_taxable_part() {
+    const ItemClass item = class_in_taxable();
+    return counted_part(item, signed_amount(item.number));
 }
 
 ItemClass social_class() {
@@ -189,12 +210,11 @@ void add_whole_amount(double x) {
     }
 }
 
-double class_4(double whole, double above) {
+void class_4(double whole, double above) {
     if (classification.mode == kSocial) {
         slip.IMPMINIMALE += above - whole;
     }
     slip.ESENTEA += above;
-    return above;
 }
 
 void add_to_base(double x) {
@@ -209,20 +229,18 @@ void NONSOCHECALCOLI() {
     if (item.number == 0) {
         return;
     }
-    double x = signed_amount(item.number);
-    add_whole_amount(x);
-    if (counted_amount(item, x)) {
-        add_to_base(x);
-    }
+    const double whole = signed_amount(item.number);
+    add_whole_amount(whole);
+    count_by_class(item, whole);
 }
 
 void CALCTRASFERTA(double excess_of_line, double limit) {
     TRACCIA("CALCTRASFERTA");
     slip.travel_excess += excess_of_line;
-    double exempt = num(Z151) * num(Z152);
+    double exempt = with_sign(num(Z151) * num(Z152));
     if (excess_of_line != 0) {
         aggiungi(Q027, excess_of_line);
-        exempt = num(Z016) == 0 ? limit : limit * num(Z151);
+        exempt = with_sign(num(Z016) == 0 ? limit : limit * num(Z151));
     }
     aggiungi(Q028, exempt);
     scrivi(P468, exempt);

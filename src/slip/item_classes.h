@@ -19,6 +19,12 @@ struct ItemClass {
 [[nodiscard]] ItemClass fiscal_class();
 [[nodiscard]] ItemClass social_class();
 
+/// Fiscal class as the base takes it; books nothing.
+[[nodiscard]] ItemClass class_in_taxable();
+/// What of the line an employee's, or a collaborator's, taxable amount takes in; books nothing.
+[[nodiscard]] double employee_taxable_part();
+[[nodiscard]] double collaborator_taxable_part();
+
 /// Part of the line above the limit: of the amount, or of the rate for each unit (Z016 not 0).
 [[nodiscard]] double excess(double limit);
 /// A deduction takes off a base what an earning of its amount would put in.
@@ -29,8 +35,8 @@ struct ItemClass {
 /// The whole amount joins the second total and, in the social pass, what is held against the
 /// minimum base.
 void add_whole_amount(double x);
-/// Class 4: only the part above the limit counts, for the minimum base too.
-[[nodiscard]] double class_4(double whole, double above);
+/// Class 4: only the part above the limit counts for the minimum base.
+void class_4(double whole, double above);
 /// What a class lets in joins the first and the third total.
 void add_to_base(double x);
 

@@ -11,6 +11,7 @@
 #include "slip/item_formula.h"
 #include "slip/slip.h"
 #include "slip/slip_table.h"
+#include "slip/taxable_bases.h"
 
 namespace ModSWCALM {
 
@@ -37,16 +38,30 @@ bool is_percentage_on_base() {
     return false;
 }
 
-/// Gives every line of the code the quantity of the item in FOTX$; the change of their amounts.
-double rewrite_lines_of(int code) {
-    double change = 0;
+struct Change {
+    double amount = 0;
+    double taxable = 0;
+};
+
+/// What the line in FOTX$ lets into the taxable amount.
+double taxable_of(const std::string& line) {
+    load_line_into_item(line);
+    scrivi(Z153, line_amount(line));
+    return taxable_part();
+}
+
+/// Gives every line of the code the quantity of the item in FOTX$; the change of their amounts, and
+/// of what their fiscal class lets into the taxable amount.
+Change rewrite_lines_of(int code) {
+    Change change;
     const double quantity = num(Z151);
     walk_lines([&](int number, int line_item, const std::string& line) {
         if (line_item == code) {
-            load_line_into_item(line);
+            const double taxable_before = taxable_of(line);
             scrivi(Z151, quantity);
             const std::string rewritten = line_from_item(line);
-            change += line_amount(rewritten) - line_amount(line);
+            change.amount += line_amount(rewritten) - line_amount(line);
+            change.taxable += taxable_of(rewritten) - taxable_before;
             set_slip_line(number, rewritten);
         }
         return true;
@@ -57,22 +72,21 @@ double rewrite_lines_of(int code) {
 }  // namespace
 
 void recompute_percentage_items() {
-    constexpr double kTakenOff = 2;
     walk_lines([](int, int code, const std::string& line) {
         if (!is_percentage_on_base()) {
             return true;
         }
-        const double fiscal_class = num(Z013);
         const bool joins_Q100 = num(Z026) == 1;
         const double former_Q100 = num(Q100);
         load_line_into_item(line);
         DECFORM(kTrue);
-        const double change = rewrite_lines_of(code);
+        const Change change = rewrite_lines_of(code);
         if (joins_Q100) {
-            scrivi(Q100, former_Q100 + change);  // the formula has added the whole amount again
+            scrivi(Q100,
+                   former_Q100 + change.amount);  // the formula has added the whole amount again
         }
-        if (fiscal_class != 0) {
-            aggiungi(P256, fiscal_class == kTakenOff ? -change : change);
+        if (num(P031) != 0) {  // without income tax there is no taxable amount
+            aggiungi(P256, change.taxable);
         }
         return true;
     });

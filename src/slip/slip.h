@@ -106,8 +106,10 @@ struct Slip {
     double ESENTEA = 0;
     double ESENTEB = 0;
     double FRANCHIGIALINEA = 0;
-    double minimum_base = 0;  ///< minimum contribution base of the month
-    double rounded_base = 0;  ///< the kept, rounded value of P240 when F041 = 1
+    double wage_in_cents = 0;  ///< the wage of the lines behind P240, before its rounding
+    double wage_of_lines = 0;  ///< P240 as the lines left it
+    double minimum_base = 0;   ///< minimum contribution base of the month
+    double rounded_base = 0;   ///< the kept, rounded value of P240 when F041 = 1
     double travel_excess = 0;
     bool class8_seen = false;  ///< an item of fiscal class 8 was on the slip
     bool ceiling_flag =

@@ -77,6 +77,7 @@ void follow_formula_marks(const std::string& item) {
     }
     if (mentions(item, "=P240")) {
         slip.IMPSOCIALE1 = slip.IMPSOCIALE2 = slip.IMPSOCIALE3 = num(Z153);
+        slip.wage_in_cents = slip.IMPSOCIALE1;
         scrivi(P240, slip.IMPSOCIALE1);
     }
 }

@@ -38,10 +38,9 @@ void classify(int mode, double first, double second, double third) {
 
 void add_to_slip_totals() {
     const double amount = num(Z153);
-    classification.negative = num(Z011) == 1;
     if (num(Z011) == 0) {
         slip.TOTCOMPETENZE += amount;
-    } else if (classification.negative) {
+    } else if (num(Z011) == 1) {
         slip.TOTTRATTENUTE += amount;
     }
 }
@@ -70,10 +69,18 @@ void write_P240() {
         return;
     }
     slip.IMPSOCIALE1 = std::max(slip.IMPSOCIALE1, slip.minimum_base);
-    if (num(P169) == 0) {
+    if (wage_is_whole()) {
         slip.IMPSOCIALE1 = unita(slip.IMPSOCIALE1);
     }
     scrivi(P240, slip.IMPSOCIALE1);
+}
+
+/// The wage behind P240 before its rounding; raised to the minimum it is the minimum. `in_line` is
+/// what this line let into the first social base, which itself is rounded where F041 is not 1.
+void keep_wage_in_cents(double in_line) {
+    const double wage = run_tables.F041 == 1 ? slip.IMPSOCIALE1 : slip.wage_in_cents + in_line;
+    slip.wage_in_cents = std::max(wage, slip.minimum_base);
+    slip.wage_of_lines = num(P240);
 }
 
 /// P252: the third social base in the same way, in whole euro always.
@@ -87,13 +94,24 @@ void write_P252() {
 
 }  // namespace
 
+bool wage_is_whole() {
+    return num(P169) == 0 || run_tables.F041 == 1;
+}
+
+double taxable_part() {
+    return is_collaborator_or_sport() ? collaborator_taxable_part() : employee_taxable_part();
+}
+
 void AGGIMPFISCSOC() {
     TRACCIA("AGGIMPFISCSOC");
     add_to_slip_totals();
     fiscal_pass();
+    const double before = slip.IMPSOCIALE1;
     social_pass();
+    const double in_line = slip.IMPSOCIALE1 - before;
     take_minimum_base();
     write_P240();
+    keep_wage_in_cents(in_line);
     write_P252();
     scrivi(P250, slip.IMPSOCIALE2);
 }

@@ -20,6 +20,10 @@ extern Classification classification;
 void NONSOCHECALCOLI();
 /// The same for collaborators and sports collaborators, with the yearly limit.
 void NONSOCHECALCOLI_COCOCO_SPORT();
+/// What of the amount in FOTX$ (Z151, Z152, Z153) its fiscal class lets into P256; books nothing.
+[[nodiscard]] double taxable_part();
+/// Is the contribution wage (P240) kept in whole euro? In cents only with P169 set and F041 not 1.
+[[nodiscard]] bool wage_is_whole();
 /// Travel pay: Q027, Q028, P468 from the excess just worked out.
 void CALCTRASFERTA(double excess, double limit);
 

@@ -315,6 +315,27 @@ TEST_F(YearSettlementTest, AnEvenYearOwesNothingAndNotMinusNothing) {
     EXPECT_EQ(num(Q224), 367.60);
 }
 
+TEST_F(YearSettlementTest, OnlyThePensionItemsAreHeldAgainstTheYear) {
+    scrivi(Q002, 36000);
+    scrivi(Q007, 3308.40);  // 40000 x 9.19 % = 3676 - 367.60
+    scrivi(Q009, 0);
+    contributions.amounts[3] = 12;
+    contributions.amounts[6] = 40;
+    CONGSOLIDENPALS();
+    EXPECT_EQ(num(P284), 0);
+    EXPECT_EQ(num(Q224), 367.60);
+    EXPECT_EQ(num(Q007), 3308.40);
+}
+
+TEST_F(YearSettlementTest, WhatIsStillOwedCountsAsPaid) {
+    scrivi(Q002, 36000);
+    scrivi(Q007, 3300);  // 3676 - 367.60 - 3300 = 8.40
+    scrivi(Q009, 0);
+    CONGSOLIDENPALS();
+    EXPECT_EQ(num(P284), 8.40);
+    EXPECT_EQ(num(Q007), 3308.40);
+}
+
 TEST_F(YearSettlementTest, ItNeedsItem2ItsRateAndAnOrdinaryKindOfSlip) {
     const auto settles = [] {
         scrivi(Q224, 367.60);

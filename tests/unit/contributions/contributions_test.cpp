@@ -138,9 +138,23 @@ TEST_F(ContributionsTest, TheWageOfItem2IsWrittenWhole) {
     item_bases_before_fund();
     EXPECT_EQ(contributions.bases[2], 401);
     EXPECT_EQ(num(P252), 401);
-    azzera({P182});
+}
+
+TEST_F(ContributionsTest, WithoutItem2TheWageOfTheLinesStaysInP252) {
+    scrivi(P252, 400.50);
+    wage(1000);
     item_bases_before_fund();
-    EXPECT_EQ(num(P252), 0);
+    EXPECT_EQ(contributions.bases[2], 0);
+    EXPECT_EQ(num(P252), 400.50);
+    scrivi(P160, 1);  // the calendar of 26 days: 650 / 26 x 20 = 500
+    scrivi(P163, 650);
+    scrivi(P201, 20);
+    item_bases_before_fund();
+    EXPECT_EQ(contributions.bases[2], 0);
+    EXPECT_EQ(num(P252), 400.50);
+    scrivi(P182, 1);
+    item_bases_before_fund();
+    EXPECT_EQ(num(P252), 500);
 }
 
 // ---- Yearly ceiling of item 4 ----
@@ -195,6 +209,23 @@ TEST_F(ContributionsTest, Item4NotInForceBearsNothingBesideItem2) {
     run_general();
     EXPECT_EQ(contributions.bases[4], 0);
     EXPECT_EQ(num(Q224), 91.90);  // item 1 alone: item 2 has no rate
+}
+
+TEST_F(ContributionsTest, ThePensionContributionIsThatOfItems1And2And8BeforeAnyCut) {
+    set_period(202405);
+    azzera({PB05});
+    for (const auto& field : {P182, P183, P188}) {
+        scrivi(field, 1);
+    }
+    slip.PCTCONTR[2] = 1;
+    slip.PCTCONTR[3] = 0.30;
+    slip.PCTCONTR[8] = 0.50;
+    wage(2000);
+    scrivi(P252, 2000);
+    run_general();
+    // 183.80 + 20 + 10; the cut of 6 %, 120, and item 3, 6, stay out of it
+    EXPECT_EQ(pension_contribution(), 213.80);
+    EXPECT_EQ(num(Q224), 99.80);  // 213.80 + 6 - 120
 }
 
 // ---- Shares beside the items ----

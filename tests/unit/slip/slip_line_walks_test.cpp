@@ -172,13 +172,70 @@ TEST_F(CutSums, WagesThatAreToldApart) {
     EXPECT_DOUBLE_EQ(num(PB11), 220.55);
 }
 
-TEST_F(CutSums, TheFormulaTellsAnExtraMonthWhateverItsCode) {
+TEST_F(CutSums, From2023TheFormulaTellsAnExtraMonthWhateverItsCode) {
     item(59, {{Z014, 1}}, {".Q164", "=OG"});
     item(60, {{Z014, 1}}, {".Q165", "=OG"});
+    set_period("311220234");
     sum_extra_month_items();
     EXPECT_DOUBLE_EQ(slip.thirteenth_wage, 1400);    // 1200 + 200 of item 59
     EXPECT_DOUBLE_EQ(slip.fourteenth_wage, 850.55);  // 800 + 50.55 of item 60
     EXPECT_DOUBLE_EQ(slip.items_59_60_74, -30);
+}
+
+TEST_F(CutSums, In2022TheCodeTellsItems59And60And74) {
+    item(59, {{Z014, 1}}, {".Q164", "=OG"});
+    item(60, {{Z014, 1}}, {".Q165", "=OG"});
+    set_period("311220224");
+    sum_reduction_items();
+    EXPECT_DOUBLE_EQ(num(PB11), 220.55);  // 200 + 50.55 - 30
+    EXPECT_DOUBLE_EQ(num(PB09), 2000);    // items 80 and 81
+}
+
+// ---- The wage of the month beside them ----
+
+class CutWage : public CutSums {
+  protected:
+    /// The lines let 1500.30 into the wage in cents, of which 13th and 14th 1000.30 and items 59,
+    /// 60, 74 100.
+    void SetUp() override {
+        CutSums::SetUp();
+        slip.wage_in_cents = 1500.30;
+        slip.wage_of_lines = 1500;
+        slip.extra_month_wage = 1000.30;
+        slip.items_59_60_74 = 100;
+        scrivi(P240, 1500);
+    }
+};
+
+TEST_F(CutWage, IsFormedInCentsAndThenRounded) {
+    set_period("311220244");
+    EXPECT_DOUBLE_EQ(tested_wage_of_the_cut(), 500);  // 1500.30 - 1000.30; from P240 it is 499.70
+    EXPECT_DOUBLE_EQ(own_wage_of_the_cut(), 400);     // less the 100 of the items
+    slip.extra_month_wage = 1000.79;                  // 499.51
+    EXPECT_DOUBLE_EQ(tested_wage_of_the_cut(), 500);
+    slip.extra_month_wage = 1000.81;  // 499.49
+    EXPECT_DOUBLE_EQ(tested_wage_of_the_cut(), 499);
+}
+
+TEST_F(CutWage, StaysInCentsWhereP240Does) {
+    set_period("311220244");
+    scrivi(P169, 1);
+    slip.extra_month_wage = 1000.79;
+    EXPECT_DOUBLE_EQ(tested_wage_of_the_cut(), 499.51);
+}
+
+TEST_F(CutWage, In2022LeavesTheItemsOut) {
+    set_period("311220224");
+    EXPECT_DOUBLE_EQ(tested_wage_of_the_cut(), 400);  // 1500.30 - 1000.30 - 100
+    EXPECT_DOUBLE_EQ(own_wage_of_the_cut(), 400);
+}
+
+TEST_F(CutWage, IsP240WhereACeilingHasReplacedTheWageOfTheLines) {
+    set_period("311220244");
+    scrivi(P240, 1200);
+    EXPECT_DOUBLE_EQ(tested_wage_of_the_cut(), 200);  // 1200 - 1000.30 = 199.70
+    slip.extra_month_wage = 0;
+    EXPECT_DOUBLE_EQ(tested_wage_of_the_cut(), 1200);
 }
 
 TEST_F(CutSums, OfTheYear2022) {
@@ -256,6 +313,7 @@ class PercentageItems : public Walks {
         dictionary();
         scrivi(P240, 2000);
         scrivi(P256, 1000);
+        scrivi(P031, 1);
     }
     static FieldValues fields(double fiscal_class) {
         return {{Z011, 2}, {Z017, 1}, {Z013, fiscal_class}};
@@ -320,6 +378,62 @@ TEST_F(PercentageItems, OfNoFiscalClassLeaveTheTaxable) {
     recompute_percentage_items();
     EXPECT_DOUBLE_EQ(quantity_in(1), 30);
     EXPECT_DOUBLE_EQ(num(P256), 1000);
+}
+
+TEST_F(PercentageItems, MoveTheTaxableByWhatTheirClassLetsIn) {
+    struct Row {
+        double fiscal_class;
+        double limit;
+        double change;
+    };
+    // The line goes from 15 to 30.
+    for (const Row& row :
+         {Row{1, 0, 15}, Row{2, 0, -15}, Row{3, 0, 7.5}, Row{4, 20, 10}, Row{5, 20, 10},
+          Row{5, 40, 0}, Row{6, 0, 15}, Row{7, 0, 0}, Row{8, 0, 0}, Row{9, 0, 0}}) {
+        FieldValues values = fields(row.fiscal_class);
+        values.emplace_back(Z006, row.limit);
+        item(30, values, {".P240", "%1.5", "=OG"});
+        lines({line_of(30, 15, 1)});
+        scrivi(P256, 1000);
+        recompute_percentage_items();
+        EXPECT_DOUBLE_EQ(num(P256), 1000 + row.change)
+            << "class " << row.fiscal_class << " limit " << row.limit;
+    }
+    EXPECT_FALSE(slip.class8_seen);  // nothing is booked a second time
+    EXPECT_DOUBLE_EQ(slip.ceiling_totals[3], 0);
+    EXPECT_DOUBLE_EQ(num(Q027), 0);
+}
+
+TEST_F(PercentageItems, UnderThePremiumCeilingClassSixMovesNothing) {
+    slip.ceiling_flag = true;
+    item(30, fields(6), {".P240", "%1.5", "=OG"});
+    lines({line_of(30, 15, 1)});
+    recompute_percentage_items();
+    EXPECT_DOUBLE_EQ(num(P256), 1000);
+}
+
+TEST_F(PercentageItems, WithoutIncomeTaxNoTaxableIsMoved) {
+    scrivi(P031, 0.0);
+    scrivi(P256, 0.0);
+    item(30, fields(1), {".P240", "%1.5", "=OG"});
+    lines({line_of(30, 15, 1)});
+    recompute_percentage_items();
+    EXPECT_DOUBLE_EQ(quantity_in(1), 30);
+    EXPECT_DOUBLE_EQ(num(P256), 0);
+}
+
+TEST_F(PercentageItems, OfASportsCollaboratorFollowTheYearlyLimit) {
+    scrivi(PC23, 1);
+    FieldValues values = fields(5);
+    values.emplace_back(Z008, 15000);
+    item(30, values, {".P240", "%1.5", "=OG"});
+    lines({line_of(30, 15, 1)});
+    recompute_percentage_items();
+    EXPECT_DOUBLE_EQ(num(P256), 1000);  // all free
+    scrivi(QA32, 15000);
+    lines({line_of(30, 15, 1)});
+    recompute_percentage_items();
+    EXPECT_DOUBLE_EQ(num(P256), 1015);  // the limit is used up
 }
 
 // ---- The one-off of 2022 ----
@@ -389,13 +503,24 @@ TEST_F(OneOff, DecemberDoesNotPayTwice) {
     EXPECT_DOUBLE_EQ(num(P241), 1700);
 }
 
-TEST_F(OneOff, ARepeatedDecemberPaysAgain) {
-    set_period("311220224");
-    slip.former_PB25 = 12;
-    scrivi(QA24, 150);
+TEST_F(OneOff, ARepeatedSlipDoesNotPayItAgain) {
+    for (const double paid : {11.0, 12.0}) {
+        set_period(paid == 11 ? "301120224" : "311220224");
+        slip.former_PB25 = paid;
+        scrivi(PB25, 0.0);  // as the clearing of the month leaves it
+        scrivi(QA24, 150);
+        one_off_2022();
+        EXPECT_DOUBLE_EQ(num(QA24), 0) << paid;
+        EXPECT_DOUBLE_EQ(num(PB25), paid);
+        EXPECT_DOUBLE_EQ(num(P241), 1700) << paid;
+    }
+}
+
+TEST_F(OneOff, AnAdditionalSlipOfNovemberPaysNothing) {
+    set_period("301120220");
     one_off_2022();
-    EXPECT_DOUBLE_EQ(num(QA24), 150);
-    EXPECT_DOUBLE_EQ(num(P241), 1850);
+    EXPECT_DOUBLE_EQ(num(QA24), 0);
+    EXPECT_DOUBLE_EQ(num(PB25), 0);
 }
 
 }  // namespace

@@ -208,6 +208,20 @@ TEST_F(Bases, TravelPayBelowItsLimitIsFree) {
     EXPECT_DOUBLE_EQ(num(P468), 120);
 }
 
+TEST_F(Bases, TravelPayTakenBackTakesBackItsFreePart) {
+    scrivi(Q027, 50);
+    scrivi(Q028, 200);
+    item_area(2, 60, {{Z011, 1}, {Z013, 5}, {Z006, 46.48}, {Z016, 1}});
+    AGGIMPFISCSOC();
+    EXPECT_DOUBLE_EQ(num(Q027), 22.96);   // 50 - 2 x 13.52
+    EXPECT_DOUBLE_EQ(num(Q028), 107.04);  // 200 - 2 x 46.48
+    EXPECT_DOUBLE_EQ(num(P468), -92.96);
+    item_area(1, 40, {{Z011, 1}, {Z013, 5}, {Z006, 46.48}, {Z016, 1}});
+    AGGIMPFISCSOC();
+    EXPECT_DOUBLE_EQ(num(Q028), 67.04);  // below the limit: the whole 40
+    EXPECT_DOUBLE_EQ(num(P468), -40);
+}
+
 TEST_F(Bases, SocialClassSixHalvesTheExcess) {
     line(100, {{Z014, 6}, {Z007, 40}});
     EXPECT_DOUBLE_EQ(slip.IMPSOCIALE1, 30);  // (100 - 40) / 2
@@ -520,6 +534,29 @@ TEST_F(MinimumBase, NoHourlyMinimumWithoutItsFigures) {
     EXPECT_DOUBLE_EQ(slip.hourly_minimum, 0);  // no weekly hours
 }
 
+// ---- The wage behind P240 in cents ----
+
+TEST_F(Bases, TheWageInCentsIsTheOneBeforeRounding) {
+    for (const double rounded_once : {1.0, 0.0}) {
+        slip = Slip{};
+        run_tables.F041 = rounded_once;
+        line(1000.40, {{Z014, 1}});
+        line(1000.40, {{Z014, 1}});
+        EXPECT_DOUBLE_EQ(slip.wage_in_cents, 2000.80) << rounded_once;
+        EXPECT_DOUBLE_EQ(slip.wage_of_lines, rounded_once == 1 ? 2001 : 2000);
+    }
+}
+
+TEST_F(Bases, TheWageInCentsOfARaisedWageIsTheMinimum) {
+    scrivi(S046, 56.87);
+    scrivi(P201, 26);
+    run_tables.F041 = 1;
+    line(500, {{Z014, 1}});
+    EXPECT_DOUBLE_EQ(slip.wage_in_cents, 1478.62);  // 56.87 x 26
+    line(1000, {{Z014, 1}});
+    EXPECT_DOUBLE_EQ(slip.wage_in_cents, 1500);  // the minimum is passed
+}
+
 // ---- Collaborators and sports collaborators ----
 
 class Collaborators : public Bases {
@@ -594,6 +631,30 @@ TEST_F(Collaborators, SocialLimitReachedWithinTheLine) {
     EXPECT_DOUBLE_EQ(num(QA33), 500);  // QA44 is 0
     EXPECT_DOUBLE_EQ(num(Q782), 4000);
     EXPECT_DOUBLE_EQ(slip.IMPSOCIALE1, 0);  // a line below the limit
+}
+
+TEST_F(Collaborators, TwoLinesShareWhatIsLeftOfTheSocialLimit) {
+    scrivi(Q782, 3000);
+    line(1500, {{Z014, 4}, {Z009, 5000}});
+    line(1500, {{Z014, 4}, {Z009, 5000}});
+    EXPECT_DOUBLE_EQ(num(P765), 2000);  // 1500, then 5000 - 3000 - 1500
+    EXPECT_DOUBLE_EQ(num(P500), 1000);
+    EXPECT_DOUBLE_EQ(num(QA33), 1000);
+    EXPECT_DOUBLE_EQ(num(Q782), 3000);  // the closing adds P765
+    line(400, {{Z014, 4}, {Z009, 5000}});
+    EXPECT_DOUBLE_EQ(num(P765), 2000);
+    EXPECT_DOUBLE_EQ(num(P500), 1400);
+}
+
+TEST_F(Collaborators, TwoLinesAddUpTheirFreeAndTheirTaxedPart) {
+    scrivi(QA32, 12500);
+    line(1500, {{Z013, 5}, {Z008, 15000}});
+    line(1500, {{Z013, 5}, {Z008, 15000}});
+    line(400, {{Z013, 5}, {Z008, 15000}});
+    EXPECT_DOUBLE_EQ(num(PC29), 2500);  // 1500 + 1000
+    EXPECT_DOUBLE_EQ(num(PC30), 900);   // 500 + 400
+    EXPECT_DOUBLE_EQ(num(QA32), 15000);
+    EXPECT_DOUBLE_EQ(num(P256), 900);
 }
 
 TEST_F(Collaborators, SocialLimitReachedBeforeWithIncomeFromElsewhere) {
