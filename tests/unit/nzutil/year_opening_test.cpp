@@ -11,6 +11,7 @@
 #include "installation/demo.h"
 #include "installation/tool_error.h"
 #include "nzutil/commands.h"
+#include "platform/directory_lock.h"
 #include "records/dictionary/DIPX.h"
 #include "records/dictionary/DITX.h"
 #include "records/dictionary/FISX.h"
@@ -379,6 +380,18 @@ TEST_F(YearCommandTest, RevaluationNeedsBothIndexes) {
     put_table(F034, 120.2);
     put_table(F021, 0);
     refused("2025", "31 dicembre 2023 (F021)");
+}
+
+TEST_F(YearCommandTest, ArchiveInUseIsReadOnly) {
+    put(1, {});
+    {
+        const platform::LockAttempt running =
+            platform::try_directory_lock(directory + "/archivi", "velmor");
+        ASSERT_NE(running.lock, nullptr);
+        refused("2025", "velmor");
+        EXPECT_EQ(run({"2025", "--prova"}, "").status, 0);
+    }
+    EXPECT_EQ(run({"2025", "--si"}, "").status, 0);
 }
 
 TEST_F(YearCommandTest, BadArgumentsAreRefused) {
