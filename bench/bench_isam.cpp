@@ -13,14 +13,16 @@
 #include <vector>
 
 #include "bench/ratio_reporter.h"
+#include "files/file_numbers.h"
 #include "files/isam.h"
 #include "files/logical_files.h"
 #include "tests/support/archive_directory.h"
 
+using namespace MXLIBRERIA::file_numbers;
+
 namespace {
 
 constexpr std::size_t kKeys = 100000;
-constexpr double kIndex = 36;
 
 std::vector<std::string> shuffled_keys(unsigned seed) {
     std::vector<std::string> keys;
@@ -47,13 +49,13 @@ class OurIndex {
   public:
     OurIndex() {
         archive_.define(36, "NZINDEX.DAT", 2176);
-        MXLIBRERIA::ISAM(kIndex, "", MXLIBRERIA::kIsamEmpty, 0);
+        MXLIBRERIA::ISAM(kBeforeImageIndex, "", MXLIBRERIA::kIsamEmpty, 0);
     }
     static void insert(const std::string& key, double record) {
-        require(MXLIBRERIA::ISAM(kIndex, key, MXLIBRERIA::kIsamInsert, record) == 0);
+        require(MXLIBRERIA::ISAM(kBeforeImageIndex, key, MXLIBRERIA::kIsamInsert, record) == 0);
     }
     static void search(const std::string& key) {
-        require(MXLIBRERIA::ISAM(kIndex, key, MXLIBRERIA::kIsamSearch, 0) > 0);
+        require(MXLIBRERIA::ISAM(kBeforeImageIndex, key, MXLIBRERIA::kIsamSearch, 0) > 0);
     }
 
   private:

@@ -7,14 +7,16 @@
 #include <string>
 
 #include "bench/ratio_reporter.h"
+#include "files/file_numbers.h"
 #include "files/logical_files.h"
 #include "tests/support/archive_directory.h"
+
+using namespace MXLIBRERIA::file_numbers;
 
 namespace {
 
 constexpr std::size_t kLength = 16500;
 constexpr std::size_t kEmployees = 1000;
-constexpr double kFile = 2;
 
 /// An archive of its own with 1000 employees.
 class Archive : public test_support::ArchiveDirectory {
@@ -27,14 +29,14 @@ class Archive : public test_support::ArchiveDirectory {
 
 void employee_through_logical_files(benchmark::State& state) {
     const Archive archive;
-    MXLIBRERIA::FAIOPEN(kFile);
+    MXLIBRERIA::FAIOPEN(kEmployees);
     std::size_t employee = 0;
     for (auto _ : state) {
         const double record = static_cast<double>(employee % kEmployees) + 1;
         for (int walk = 0; walk < 2; ++walk) {
-            MXLIBRERIA::LEGGIREC(kFile, record);
-            MXLIBRERIA::record_buffer(kFile)[100] = '1';
-            MXLIBRERIA::SCRIVIREC(kFile, record);
+            MXLIBRERIA::LEGGIREC(kEmployees, record);
+            MXLIBRERIA::record_buffer(kEmployees)[100] = '1';
+            MXLIBRERIA::SCRIVIREC(kEmployees, record);
         }
         ++employee;
     }

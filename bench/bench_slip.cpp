@@ -16,7 +16,7 @@
 #include "files/logical_files.h"
 #include "installation/demo.h"
 #include "installation/file_layout.h"
-#include "platform/window.h"
+#include "platform/silent_window.h"
 #include "records/dictionary/DIPX.h"
 #include "records/fields.h"
 #include "slip/fixed_data.h"
@@ -30,33 +30,19 @@ using namespace MXLIBRERIA;
 
 constexpr double kRecord = 1;
 
-/// A window that shows nothing.
-class SilentWindow final : public platform::Window {
+/// A message is no part of a slip that is measured.
+class BenchWindow final : public platform::SilentWindow {
   public:
-    void set_caption(const std::string&) override {}
-    void set_text(platform::Control, int, const std::string&) override {}
-    [[nodiscard]] std::string text(platform::Control, int) const override { return {}; }
-    void set_visible(platform::Control, int, bool) override {}
-    void set_busy(bool) override {}
-    void refresh() override {}
-    void clear_list() override {}
-    void add_line(const std::string&) override {}
-    [[nodiscard]] std::size_t line_count() const override { return 0; }
     void box(const std::string&, const std::string& text, platform::Icon) override {
         throw std::runtime_error("a box: " + text);
     }
-    [[nodiscard]] bool ask(const std::string&, const std::string&, platform::Icon) override {
-        return false;
-    }
-    void progress(std::size_t, std::size_t) override {}
-    void show_modal() override {}
 };
 
 /// The base installation with its ordinary employee, opened as the second walk opens it.
 class Stage {
   public:
     Stage() {
-        platform::set_window(std::make_unique<SilentWindow>());
+        platform::set_window(std::make_unique<BenchWindow>());
         {
             const nzutil::Installation installation =
                 nzutil::make_base_installation(directory_.file("base"));

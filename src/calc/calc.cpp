@@ -10,6 +10,7 @@
 #include "context/run_course.h"
 #include "context/trace.h"
 #include "context/utilities.h"
+#include "files/file_numbers.h"
 #include "files/logical_files.h"
 #include "files/recovery_slot.h"
 #include "history/year_totals.h"
@@ -30,14 +31,10 @@ namespace ModSWCALM {
 
 using namespace MXREPOSITORY;
 using namespace MXLIBRERIA;
+using namespace MXLIBRERIA::file_numbers;
 
 namespace {
 
-constexpr double kCompanyFile = 1;
-constexpr double kEmployeeFile = 2;
-constexpr double kPeriodFile = 6;
-constexpr double kSectorFile = 8;
-constexpr double kFixedDataFile = 19;
 constexpr double kNoCompany = -1;
 constexpr double kDeleted = 99;
 /// A fall of the current costs the slips of so many entries at most.
@@ -51,18 +48,18 @@ constexpr std::size_t kEntriesBetweenSyncs = 200;
 // ---- Set-up of the run ----
 
 void read_period() {
-    if (LEGGIREC(kPeriodFile, 1) == 1) {
+    if (LEGGIREC(kPeriod, 1) == 1) {
         FINEPROG();
     }
-    period.set(record_buffer(kPeriodFile));
+    period.set(record_buffer(kPeriod));
 }
 
 /// Fixed data of the installation, brought up to the law of the period.
 void read_fixed_data() {
-    if (LEGGIREC(kFixedDataFile, 1) == 1) {
+    if (LEGGIREC(kFixedData, 1) == 1) {
         end_run_with(texts::kMissingFixedData.bytes());
     }
-    area(Area::FISX) = record_buffer(kFixedDataFile);
+    area(Area::FISX) = record_buffer(kFixedData);
     apply_dated_defaults(static_cast<int>(period.yyyymm()));
 }
 
@@ -102,8 +99,7 @@ void write_back_company() {
         return;
     }
     blank_all_zero({T488, T489, T490, T491});
-    write_whole_record(kCompanyFile, company.DITTACORRENTE,
-                       as_record(kCompanyFile, area(Area::DITX)));
+    write_whole_record(kCompanies, company.DITTACORRENTE, as_record(kCompanies, area(Area::DITX)));
 }
 
 [[noreturn]] void end_run_without_sector(double number) {
@@ -114,15 +110,15 @@ void write_back_company() {
 /// Reads sector T067; in 2014 a company with T714 = 1 gives an empty S332 its 0.33 percent.
 bool read_sector() {
     const double sector = num(T067);
-    if (LEGGIREC(kSectorFile, sector) == 1) {
+    if (LEGGIREC(kSectors, sector) == 1) {
         return false;
     }
-    area(Area::SETX) = record_buffer(kSectorFile);
+    area(Area::SETX) = record_buffer(kSectors);
     if (num(T714) == 1 && num(S332) == 0 && period.year() == 2014) {
         scrivi(S332, 0.33);
-        write_whole_record(kSectorFile, sector, as_record(kSectorFile, area(Area::SETX)));
-        LEGGIREC(kSectorFile, sector);
-        area(Area::SETX) = record_buffer(kSectorFile);
+        write_whole_record(kSectors, sector, as_record(kSectors, area(Area::SETX)));
+        LEGGIREC(kSectors, sector);
+        area(Area::SETX) = record_buffer(kSectors);
     }
     return ritaglia(testo(S001), 1, 2) != "99";
 }
@@ -131,12 +127,12 @@ bool read_sector() {
 /// missing ends the run for all companies after it.
 void change_company(double number) {
     write_back_company();
-    if (LEGGIREC(kCompanyFile, number) == 1 ||
-        LEGGICAMPONUM(T261, 0, record_buffer(kCompanyFile)) == kDeleted) {
+    if (LEGGIREC(kCompanies, number) == 1 ||
+        LEGGICAMPONUM(T261, 0, record_buffer(kCompanies)) == kDeleted) {
         end_run_with(texts::kMissingCompanyLine.bytes() + (number > 0 ? " " : "") +
                      testo_numero(number));
     }
-    area(Area::DITX) = record_buffer(kCompanyFile);
+    area(Area::DITX) = record_buffer(kCompanies);
     company.DITTACORRENTE = number;
     company.DIVISOREANNO = num(T291);
     if (num(T067) == 0 || !read_sector()) {
@@ -171,7 +167,7 @@ void walk_selection() {
         }
         calculate_entry(*entry);
         if (++run_course.finished % kEntriesBetweenSyncs == 0) {
-            sync_file(kEmployeeFile);
+            sync_file(kEmployees);
         }
         platform::window().progress(run_course.finished, total);
     }

@@ -11,6 +11,7 @@
 #include "context/period.h"
 #include "context/trace.h"
 #include "context/utilities.h"
+#include "files/file_numbers.h"
 #include "files/logical_files.h"
 #include "files/recovery_slot.h"
 #include "history/slip_images.h"
@@ -27,10 +28,9 @@ namespace ModSWCALM {
 
 using namespace MXREPOSITORY;
 using namespace MXLIBRERIA;
+using namespace MXLIBRERIA::file_numbers;
 
 namespace {
-
-constexpr double kEmployeeFile = 2;
 
 bool collaborator() {
     return num(P447) == 1;
@@ -112,8 +112,7 @@ constexpr std::array kSavedResults{
     Saved{P278, P250}, Saved{P279, Q162}, Saved{P280, Q163}};
 
 void write_employee() {
-    write_whole_record(kEmployeeFile, slip.employee_record,
-                       as_record(kEmployeeFile, area(Area::DIPX)));
+    write_whole_record(kEmployees, slip.employee_record, as_record(kEmployees, area(Area::DIPX)));
 }
 
 }  // namespace

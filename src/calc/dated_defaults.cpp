@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "files/file_numbers.h"
 #include "files/logical_files.h"
 #include "files/recovery_slot.h"
 #include "records/dictionary/FISX.h"
@@ -11,10 +12,10 @@ namespace ModSWCALM {
 
 using namespace MXREPOSITORY;
 using namespace MXLIBRERIA;
+using namespace MXLIBRERIA::file_numbers;
 
 namespace {
 
-constexpr double kFixedDataFile = 19;
 constexpr int kFirstMonth = 0;
 constexpr int kLastMonth = 999999;
 
@@ -38,9 +39,9 @@ constexpr std::array kDatedDefaults{
 };
 
 void rewrite_fixed_data() {
-    write_whole_record(kFixedDataFile, 1, as_record(kFixedDataFile, area(Area::FISX)));
-    LEGGIREC(kFixedDataFile, 1);
-    area(Area::FISX) = record_buffer(kFixedDataFile);
+    write_whole_record(kFixedData, 1, as_record(kFixedData, area(Area::FISX)));
+    LEGGIREC(kFixedData, 1);
+    area(Area::FISX) = record_buffer(kFixedData);
 }
 
 }  // namespace

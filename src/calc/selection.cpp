@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "files/file_numbers.h"
 #include "files/logical_files.h"
 #include "records/numbers.h"
 
@@ -9,10 +10,10 @@ namespace ModSWCALM {
 
 using MXREPOSITORY::ritaglia;
 using MXREPOSITORY::valore;
+using namespace MXLIBRERIA::file_numbers;
 
 namespace {
 
-constexpr double kSelectionFile = 5;
 constexpr std::size_t kEntryWidth = 10;
 constexpr std::size_t kEntriesInRecord = 20;
 constexpr const char* kEndOfSelection = "9999999999";
@@ -23,12 +24,12 @@ std::optional<SelectionEntry> Selection::next() {
     if (position_ == 0 || position_ > kEntryWidth * kEntriesInRecord) {
         ++record_;
         position_ = 1;
-        if (MXLIBRERIA::LEGGIREC(kSelectionFile, record_) == 1) {
+        if (MXLIBRERIA::LEGGIREC(kSelection, record_) == 1) {
             return std::nullopt;
         }
     }
     const std::string entry(
-        ritaglia(MXLIBRERIA::record_buffer(kSelectionFile), position_, kEntryWidth));
+        ritaglia(MXLIBRERIA::record_buffer(kSelection), position_, kEntryWidth));
     if (entry == kEndOfSelection) {
         return std::nullopt;
     }

@@ -6,6 +6,7 @@
 #include "context/period.h"
 #include "context/utilities.h"
 #include "contributions/contributions.h"
+#include "files/file_numbers.h"
 #include "files/logical_files.h"
 #include "formulas/formula.h"
 #include "history/year_totals.h"
@@ -25,11 +26,10 @@ namespace ModSWCALM {
 
 using namespace MXREPOSITORY;
 using namespace MXLIBRERIA;
+using namespace MXLIBRERIA::file_numbers;
 
 namespace {
 
-constexpr double kEmployeeFile = 2;
-constexpr double kSectorFile = 8;
 constexpr int kSlipLines = 100;
 constexpr double kLeavingItem = 320;
 constexpr double kEndOfTable = 999;
@@ -56,10 +56,10 @@ void reset_slip(double employee_record) {
 }
 
 void read_employee(double employee_record) {
-    LEGGIREC(kEmployeeFile, employee_record);
-    area(Area::DIPX) = record_buffer(kEmployeeFile);
-    LEGGIREC(kSectorFile, num(T067));
-    area(Area::SETX) = record_buffer(kSectorFile);
+    LEGGIREC(kEmployees, employee_record);
+    area(Area::DIPX) = record_buffer(kEmployees);
+    LEGGIREC(kSectors, num(T067));
+    area(Area::SETX) = record_buffer(kSectors);
     if (collaborator() && num(P090) <= 0) {
         scrivi(P090, 12);
     }
@@ -96,7 +96,7 @@ void apply_pay_scale() {
     slip.record_copy = area(Area::DIPX);
     PASSQUAL();
     area(Area::DIPX) = slip.record_copy;
-    record_buffer(kEmployeeFile) = as_record(kEmployeeFile, slip.record_copy);
+    record_buffer(kEmployees) = as_record(kEmployees, slip.record_copy);
 }
 
 void keep_days_of_previous_slip() {

@@ -9,6 +9,7 @@
 #include "context/period.h"
 #include "context/trace.h"
 #include "contributions/contributions.h"
+#include "files/file_numbers.h"
 #include "files/logical_files.h"
 #include "records/dictionary/DIPX.h"
 #include "records/dictionary/FISX.h"
@@ -25,12 +26,12 @@ using ModSWCALM::run_tables;
 using ModSWCALM::slip;
 using MXLIBRERIA::period;
 using MXLIBRERIA::TRACCIA;
+using namespace MXLIBRERIA::file_numbers;
 
 namespace {
 
 // ---- Daily wages ----
 
-constexpr double kDailyWageFile = 260;
 constexpr std::size_t kDailyWageRows = 128;
 
 struct DailyBracket {
@@ -42,16 +43,16 @@ struct DailyBracket {
 /// The table of daily wages; empty in an installation without it.
 std::vector<DailyBracket> read_daily_brackets() {
     std::vector<DailyBracket> rows;
-    if (MXLIBRERIA::VERBASE(kDailyWageFile) == 0) {
+    if (MXLIBRERIA::VERBASE(kDailyWages) == 0) {
         return rows;
     }
-    MXLIBRERIA::FAIOPENIO(kDailyWageFile, 0);
+    MXLIBRERIA::FAIOPENIO(kDailyWages, 0);
     std::string line;
-    while (rows.size() < kDailyWageRows && MXLIBRERIA::LEGGIRIGA(kDailyWageFile, line)) {
+    while (rows.size() < kDailyWageRows && MXLIBRERIA::LEGGIRIGA(kDailyWages, line)) {
         rows.push_back({valore(ritaglia(line, 1, 10)), valore(ritaglia(line, 11, 10)),
                         valore(ritaglia(line, 21, 10))});
     }
-    MXLIBRERIA::CHIUDI(kDailyWageFile);
+    MXLIBRERIA::CHIUDI(kDailyWages);
     return rows;
 }
 

@@ -7,6 +7,7 @@
 
 #include "context/period.h"
 #include "context/trace.h"
+#include "files/file_numbers.h"
 #include "files/logical_files.h"
 #include "platform/failure.h"
 #include "records/dictionary/DIPX.h"
@@ -21,15 +22,13 @@ using namespace MXREPOSITORY;
 using ModSWCALM::run_tables;
 using MXLIBRERIA::period;
 using MXLIBRERIA::TRACCIA;
+using namespace MXLIBRERIA::file_numbers;
 
 namespace {
 
 // ---- Tables of households ----
 
 constexpr std::string_view kTableLetters = "ABCDEFG";
-constexpr int kFirstTableFile = 232;
-constexpr int kLastTableFile = 252;
-constexpr int kLetterTableFile = 245;
 constexpr int kLetterTableBase = 9;
 
 /// Where a table character leads: its logical file, 0 for none, and its row in the tables below.
@@ -42,13 +41,13 @@ TableOf table_of(char table) {
     TableOf found;
     if (table >= '0' && table <= '9') {
         found.base = table - '0';
-        found.file = kFirstTableFile + found.base;
+        found.file = kFirstAllowanceTable + found.base;
     } else if (const auto letter = kTableLetters.find(table); letter != std::string_view::npos) {
         const int position = static_cast<int>(letter) + 1;
         found.base = kLetterTableBase + position;
-        found.file = kLetterTableFile + position;
+        found.file = kLetterAllowanceTable + position;
     }
-    return found.file <= kLastTableFile ? found : TableOf{};
+    return found.file <= kLastAllowanceTable ? found : TableOf{};
 }
 
 /// Members up to whom a household of the table stands as it is; 99: whatever its size.

@@ -13,6 +13,7 @@
 #include "context/failure_handler.h"
 #include "context/messages.h"
 #include "context/trace.h"
+#include "files/file_numbers.h"
 #include "files/recovery_slot.h"
 #include "platform/failure.h"
 #include "platform/stop_request.h"
@@ -31,6 +32,7 @@ using MXREPOSITORY::valore;
 using platform::Failure;
 using platform::files;
 using platform::OpenMode;
+using namespace MXLIBRERIA::file_numbers;
 
 FileTable file_table;
 
@@ -45,7 +47,6 @@ constexpr std::size_t kLengthWidth = 5;
 constexpr std::size_t kUsedLength = kLengthPosition + kLengthWidth - 1;
 static_assert(kNamePosition + kNameWidth == kLengthPosition && kUsedLength == 37);
 
-constexpr double kSemaphore = 16;
 constexpr std::size_t kSemaphoreLength = 2000;
 /// Channel numbers that a program has for its files.
 constexpr std::size_t kChannels = 511;

@@ -1,8 +1,8 @@
 // Loading of the dictionary files, one code letter at a time.
 
-#include <algorithm>
 #include <array>
 
+#include "files/file_numbers.h"
 #include "files/logical_files.h"
 #include "formulas/loaded_letters.h"
 #include "formulas/named_access.h"
@@ -13,20 +13,6 @@ namespace MXREPOSITORY {
 Repository repository;
 
 namespace {
-
-/// Dictionary files of a code letter; 0 where there are fewer than three.
-struct DictionaryFiles {
-    char letter;
-    std::array<int, 3> logical_files;
-};
-constexpr std::array<DictionaryFiles, 24> kDictionaryFiles{{
-    {'A', {359, 0, 0}},   {'B', {47, 0, 0}},  {'E', {25, 0, 0}},  {'F', {9, 0, 0}},
-    {'G', {70, 0, 0}},    {'H', {73, 74, 0}}, {'I', {17, 0, 0}},  {'J', {99, 100, 103}},
-    {'K', {412, 0, 0}},   {'L', {415, 0, 0}}, {'M', {62, 0, 0}},  {'N', {64, 0, 0}},
-    {'O', {383, 384, 0}}, {'P', {11, 0, 0}},  {'Q', {33, 0, 0}},  {'R', {404, 0, 0}},
-    {'S', {10, 0, 0}},    {'T', {13, 0, 0}},  {'U', {421, 0, 0}}, {'V', {386, 0, 0}},
-    {'W', {163, 0, 0}},   {'X', {353, 0, 0}}, {'Y', {21, 0, 0}},  {'Z', {402, 0, 0}},
-}};
 
 constexpr double kLastDictionaryRecord = 10000;
 constexpr double kHighestSlot = 4099;
@@ -150,13 +136,7 @@ void INIZIALIZZAREPOSITORY(char letter) {
         repository.letter_bases = {};
         repository.INDICELETTERE = kEmptyIndex;
     }
-    const auto* row =
-        std::find_if(kDictionaryFiles.begin(), kDictionaryFiles.end(),
-                     [letter](const DictionaryFiles& files) { return files.letter == letter; });
-    if (row == kDictionaryFiles.end()) {
-        return;
-    }
-    for (const int logical_file : row->logical_files) {
+    for (const int logical_file : MXLIBRERIA::file_numbers::dictionary_files(letter)) {
         if (logical_file != 0) {
             load_file(logical_file, letter);
         }

@@ -16,34 +16,34 @@ constexpr int kEmployeeLength = 16600;
 constexpr int kRow = 80;  // dictionary rows and short tables
 
 constexpr std::array kLayouts{
-    FileLayout{1, "DITTE.DAT", 6600, Content::records, Area::DITX},
-    FileLayout{2, "DIPEND.DAT", kEmployeeLength, Content::records, Area::DIPX},
-    FileLayout{5, "SELEZ.DAT", 200},
-    FileLayout{6, "PERIODO.DAT", kRow},
-    FileLayout{8, "SETTORI.DAT", 1400, Content::records, Area::SETX},
+    FileLayout{kCompanies, "DITTE.DAT", 6600, Content::records, Area::DITX},
+    FileLayout{kEmployees, "DIPEND.DAT", kEmployeeLength, Content::records, Area::DIPX},
+    FileLayout{kSelection, "SELEZ.DAT", 200},
+    FileLayout{kPeriod, "PERIODO.DAT", kRow},
+    FileLayout{kSectors, "SETTORI.DAT", 1400, Content::records, Area::SETX},
     FileLayout{9, "CAMPIF.DAT", kRow},
     FileLayout{10, "CAMPIS.DAT", kRow},
     FileLayout{11, "CAMPIP.DAT", kRow},
     FileLayout{13, "CAMPIT.DAT", kRow},
-    FileLayout{16, "NZSEMA.DAT", 2000, Content::lock},
+    FileLayout{kSemaphore, "NZSEMA.DAT", 2000, Content::lock},
     FileLayout{17, "CAMPII.DAT", kRow},
-    FileLayout{18, "SCAGLIRP.DAT", kRow},
-    FileLayout{19, "FISSI.DAT", 3100, Content::records, Area::FISX},
+    FileLayout{kTaxBrackets, "SCAGLIRP.DAT", kRow},
+    FileLayout{kFixedData, "FISSI.DAT", 3100, Content::records, Area::FISX},
     FileLayout{21, "CAMPIY.DAT", kRow},
     FileLayout{23, "TABIMM.DAT", kRow},
     FileLayout{25, "CAMPIE.DAT", kRow},
     FileLayout{33, "CAMPIQ.DAT", kRow},
-    FileLayout{35, "DIPPRIMA.DAT", kEmployeeLength, Content::records, Area::DIPX},
-    FileLayout{36, "DIPPRIMA.IDX", index_block(kEmployeeKey), Content::index},
+    FileLayout{kBeforeImages, "DIPPRIMA.DAT", kEmployeeLength, Content::records, Area::DIPX},
+    FileLayout{kBeforeImageIndex, "DIPPRIMA.IDX", index_block(kEmployeeKey), Content::index},
     FileLayout{47, "CAMPIB.DAT", kRow},
-    FileLayout{55, "INSTALL.DAT", 200},
+    FileLayout{kInstallation, "INSTALL.DAT", 200},
     FileLayout{62, "CAMPIM.DAT", kRow},
     FileLayout{64, "CAMPIN.DAT", kRow},
     FileLayout{70, "CAMPIG.DAT", kRow},
-    FileLayout{71, "CONTRATT.DAT", 6000, Content::records, Area::CONX},
+    FileLayout{kContracts, "CONTRATT.DAT", 6000, Content::records, Area::CONX},
     FileLayout{73, "CAMPIH1.DAT", kRow},
     FileLayout{74, "CAMPIH2.DAT", kRow},
-    FileLayout{97, "DIPMESI.DAT", 7800, Content::records, Area::DICX},
+    FileLayout{kTwelveMonths, "DIPMESI.DAT", 7800, Content::records, Area::DICX},
     FileLayout{99, "CAMPIJ1.DAT", kRow},
     FileLayout{100, "CAMPIJ2.DAT", kRow},
     FileLayout{103, "CAMPIJ3.DAT", kRow},
@@ -70,13 +70,13 @@ constexpr std::array kLayouts{
     FileLayout{250, "ASSFAM18.DAT", kRow},
     FileLayout{251, "ASSFAM19.DAT", kRow},
     FileLayout{252, "ASSFAM20.DAT", kRow},
-    FileLayout{260, "SPETTAC.TXT", kRow, Content::text},
-    FileLayout{276, "SCAGLTFR.DAT", kRow},
-    FileLayout{278, "TABANNO.DAT", kRow},
+    FileLayout{kDailyWages, "SPETTAC.TXT", kRow, Content::text},
+    FileLayout{kSeveranceBrackets, "SCAGLTFR.DAT", kRow},
+    FileLayout{kYearTables, "TABANNO.DAT", kRow},
     FileLayout{353, "CAMPIX.DAT", kRow},
-    FileLayout{354, "CERTIF.DAT", 6100, Content::records, Area::CUDX},
+    FileLayout{kCertificates, "CERTIF.DAT", 6100, Content::records, Area::CUDX},
     FileLayout{355, "CERTPREC.DAT", 6100, Content::records, Area::CUDX},
-    FileLayout{356, "CERTIF.IDX", index_block(kEmployeeKey), Content::index},
+    FileLayout{kCertificateIndex, "CERTIF.IDX", index_block(kEmployeeKey), Content::index},
     FileLayout{357, "CERTPREC.IDX", index_block(kEmployeeKey), Content::index},
     FileLayout{359, "CAMPIA.DAT", kRow},
     FileLayout{383, "CAMPIO1.DAT", kRow},
@@ -84,27 +84,17 @@ constexpr std::array kLayouts{
     FileLayout{386, "CAMPIV.DAT", kRow},
     FileLayout{387, "STORICO.DAT", 2500},
     FileLayout{389, "STORICO.IDX", index_block(20), Content::index},
-    FileLayout{395, "UTENTE.DAT", 100},
-    FileLayout{401, "VOCI.DAT", 1500, Content::records, Area::FOTX},
+    FileLayout{kUser, "UTENTE.DAT", 100},
+    FileLayout{kPayItems, "VOCI.DAT", 1500, Content::records, Area::FOTX},
     FileLayout{402, "CAMPIZ.DAT", kRow},
-    FileLayout{403, "FONDI.DAT", 700, Content::records, Area::FOPX},
+    FileLayout{kPensionFunds, "FONDI.DAT", 700, Content::records, Area::FOPX},
     FileLayout{404, "CAMPIR.DAT", kRow},
     FileLayout{412, "CAMPIK.DAT", kRow},
     FileLayout{415, "CAMPIL.DAT", kRow},
     FileLayout{421, "CAMPIU.DAT", kRow},
-    FileLayout{430, "REGIONI.TXT", kRow, Content::text},
+    FileLayout{kRegions, "REGIONI.TXT", kRow, Content::text},
 };
 static_assert(std::ranges::is_sorted(kLayouts, {}, &FileLayout::number));
-
-struct LetterFile {
-    char letter;
-    int file;
-};
-constexpr std::array kLetterFiles{
-    LetterFile{'F', 9},   LetterFile{'G', 70},  LetterFile{'J', 99}, LetterFile{'P', 11},
-    LetterFile{'Q', 33},  LetterFile{'R', 404}, LetterFile{'S', 10}, LetterFile{'T', 13},
-    LetterFile{'X', 353}, LetterFile{'Z', 402},
-};
 
 }  // namespace
 
@@ -115,11 +105,6 @@ std::span<const FileLayout> file_layouts() {
 const FileLayout* find_layout(int number) {
     const auto found = std::ranges::lower_bound(kLayouts, number, {}, &FileLayout::number);
     return found != kLayouts.end() && found->number == number ? &*found : nullptr;
-}
-
-int dictionary_file(char letter) {
-    const auto found = std::ranges::find(kLetterFiles, letter, &LetterFile::letter);
-    return found == kLetterFiles.end() ? 0 : found->file;
 }
 
 std::string empty_record(MXREPOSITORY::Area area, std::size_t length) {

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "files/file_numbers.h"
 #include "records/descriptor.h"
 
 namespace nzutil {
@@ -29,26 +30,7 @@ struct FileLayout {
         MXREPOSITORY::Area::unknown;  ///< area whose fields lie in its records
 };
 
-// Logical numbers that have a name in the code.
-inline constexpr int kCompanies = 1;
-inline constexpr int kEmployees = 2;
-inline constexpr int kSelection = 5;
-inline constexpr int kPeriod = 6;
-inline constexpr int kSectors = 8;
-inline constexpr int kTaxBrackets = 18;
-inline constexpr int kFixedData = 19;
-inline constexpr int kBeforeImages = 35;
-inline constexpr int kBeforeImageIndex = 36;
-inline constexpr int kInstallation = 55;
-inline constexpr int kContracts = 71;
-inline constexpr int kTwelveMonths = 97;
-inline constexpr int kSeveranceBrackets = 276;
-inline constexpr int kCertificates = 354;
-inline constexpr int kCertificateIndex = 356;
-inline constexpr int kUser = 395;
-inline constexpr int kPayItems = 401;
-inline constexpr int kPensionFunds = 403;
-inline constexpr int kRegions = 430;
+using namespace MXLIBRERIA::file_numbers;
 
 /// Length of a key P001, and of a block of an index over it: (10 + 7) x 128.
 inline constexpr int kEmployeeKey = 10;
@@ -64,9 +46,6 @@ inline constexpr int kGrades = 20;
 [[nodiscard]] std::span<const FileLayout> file_layouts();
 /// Layout of a number, or nullptr.
 [[nodiscard]] const FileLayout* find_layout(int number);
-
-/// Dictionary file of a code letter; letters without fields here have files without rows.
-[[nodiscard]] int dictionary_file(char letter);
 
 /// A record without content: blanks, and zeros in every numeric field of the area.
 [[nodiscard]] std::string empty_record(MXREPOSITORY::Area area, std::size_t length);

@@ -84,7 +84,7 @@ std::string first_content(const FileLayout& layout) {
         return std::string(static_cast<std::size_t>(layout.length), ' ');
     }
     for (char letter = 'A'; letter <= 'Z'; ++letter) {
-        if (dictionary_file(letter) == layout.number) {
+        if (dictionary_files(letter).front() == layout.number) {
             return dictionary_bytes(letter);
         }
     }

@@ -8,6 +8,7 @@
 
 #include "installation/tool_error.h"
 #include "platform/failure.h"
+#include "platform/silent_window.h"
 #include "platform/window.h"
 
 namespace nzutil {
@@ -31,25 +32,11 @@ constexpr std::array kCommands{
 };
 
 /// The window of the tool: a refusal of the file operations ends the command with its text.
-class ToolWindow final : public platform::Window {
+class ToolWindow final : public platform::SilentWindow {
   public:
-    void set_caption(const std::string&) override {}
-    void set_text(platform::Control, int, const std::string&) override {}
-    [[nodiscard]] std::string text(platform::Control, int) const override { return {}; }
-    void set_visible(platform::Control, int, bool) override {}
-    void set_busy(bool) override {}
-    void refresh() override {}
-    void clear_list() override {}
-    void add_line(const std::string&) override {}
-    [[nodiscard]] std::size_t line_count() const override { return 0; }
     void box(const std::string&, const std::string& text, platform::Icon) override {
         throw ToolError(texts::kToolRefused, {platform::to_utf8(text)});
     }
-    [[nodiscard]] bool ask(const std::string&, const std::string&, platform::Icon) override {
-        return false;
-    }
-    void progress(std::size_t, std::size_t) override {}
-    void show_modal() override {}
 };
 
 int help() {

@@ -12,6 +12,7 @@
 #include "context/period.h"
 #include "context/run_course.h"
 #include "context/utilities.h"
+#include "files/file_numbers.h"
 #include "files/isam.h"
 #include "files/logical_files.h"
 #include "files/recovery_slot.h"
@@ -34,15 +35,10 @@ namespace ModSWCALM {
 
 using namespace MXLIBRERIA;
 using namespace MXREPOSITORY;
+using namespace MXLIBRERIA::file_numbers;
 
 namespace {
 
-constexpr double kCompanies = 1;
-constexpr double kEmployees = 2;
-constexpr double kSectors = 8;
-constexpr double kBeforeImages = 35;
-constexpr double kBeforeImageIndex = 36;
-constexpr double kMonths = 97;
 constexpr double kNone = -1;
 
 // ---- Loading company and employee ----
@@ -138,16 +134,16 @@ constexpr int kMonthsOfRow = 12;
 constexpr std::array<Rows, 3> kRowsOfMonth{{{J001, J301}, {J351, J519}, {J551, J767}}};
 
 void clear_month_cells(double employee) {
-    if (LEGGIREC(kMonths, employee) == 1) {
+    if (LEGGIREC(kTwelveMonths, employee) == 1) {
         return;
     }
-    area(Area::DICX) = record_buffer(kMonths);
+    area(Area::DICX) = record_buffer(kTwelveMonths);
     for (const Rows& rows : kRowsOfMonth) {
         for (const Descriptor& row : serie(rows.first, rows.last, kMonthsOfRow)) {
             scrivi(row, "0", period.month());
         }
     }
-    SCRIVIREC(kMonths, employee, as_record(kMonths, area(Area::DICX)));
+    SCRIVIREC(kTwelveMonths, employee, as_record(kTwelveMonths, area(Area::DICX)));
     area(Area::DICX).clear();
 }
 

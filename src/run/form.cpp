@@ -4,6 +4,7 @@
 #include <string>
 
 #include "context/messages.h"
+#include "files/file_numbers.h"
 #include "files/logical_files.h"
 #include "platform/window.h"
 #include "records/numbers.h"
@@ -15,6 +16,7 @@ using namespace MXLIBRERIA;
 using namespace MXREPOSITORY;
 using platform::Control;
 using platform::window;
+using namespace MXLIBRERIA::file_numbers;
 
 namespace {
 
@@ -33,7 +35,6 @@ constexpr std::array<Caption, 7> kCaptions{{
     {Control::Label7, 0, texts::kListCaption},
     {Control::Comando1, 0, texts::kExit},
 }};
-constexpr double kPeriod = 6;  ///< logical file of the period record
 constexpr int kPeriodElement = 1;
 constexpr int kRunKindElement = 4;
 

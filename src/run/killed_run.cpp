@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "context/messages.h"
+#include "files/file_numbers.h"
 #include "files/recovery_slot.h"
 #include "platform/window.h"
 #include "records/fields.h"
@@ -16,10 +17,9 @@ namespace ModSWCALM {
 
 using namespace MXLIBRERIA;
 using namespace MXREPOSITORY;
+using namespace MXLIBRERIA::file_numbers;
 
 namespace {
-
-constexpr double kEmployees = 2;
 
 /// The list's line of an employee whose record is not the one in the area.
 std::string line_of_employee(const std::string& record) {

@@ -8,6 +8,7 @@
 #include "context/messages.h"
 #include "context/trace.h"
 #include "context/utilities.h"
+#include "files/file_numbers.h"
 #include "files/logical_files.h"
 #include "platform/failure.h"
 #include "platform/file_system.h"
@@ -110,8 +111,8 @@ std::string only_record(double n) {
 
 void load_installation_data() {
     platform::set_print_archive_directory(environment.archive_directory);
-    environment.installation_record = only_record(55);
-    const std::string installation = only_record(395);
+    environment.installation_record = only_record(file_numbers::kInstallation);
+    const std::string installation = only_record(file_numbers::kUser);
     environment.installation_name = rifila(upper_case(std::string(ritaglia(installation, 1, 30))));
     environment.installation_tax_code =
         rifila(upper_case(std::string(ritaglia(installation, 31, 11))));

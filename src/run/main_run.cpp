@@ -11,6 +11,7 @@
 #include "context/run_course.h"
 #include "context/trace.h"
 #include "context/utilities.h"
+#include "files/file_numbers.h"
 #include "files/logical_files.h"
 #include "files/recovery_slot.h"
 #include "history/quadri.h"
@@ -36,33 +37,30 @@ namespace ModSWCALM {
 using namespace MXLIBRERIA;
 using namespace MXREPOSITORY;
 using platform::window;
+using namespace MXLIBRERIA::file_numbers;
 
 namespace {
-
-constexpr double kPeriodFile = 6;
-constexpr double kYearlyTables = 19;
-constexpr double kRegionalTable = 430;
 
 // ---- What the run reads before the walk ----
 
 /// The period record; false if the menu has written none.
 bool read_period() {
-    if (LEGGIREC(kPeriodFile, 1) == 1) {
+    if (LEGGIREC(kPeriod, 1) == 1) {
         return false;
     }
-    period.set(record_buffer(kPeriodFile));
+    period.set(record_buffer(kPeriod));
     return true;
 }
 
 void load_regional_table() {
-    FAIOPENIO(kRegionalTable, 0);
+    FAIOPENIO(kRegions, 0);
     run_tables.PARAMETRI.fill({});
     for (std::size_t i = 1; i < run_tables.PARAMETRI.size(); ++i) {
-        if (!LEGGIRIGA(kRegionalTable, run_tables.PARAMETRI[i])) {
+        if (!LEGGIRIGA(kRegions, run_tables.PARAMETRI[i])) {
             break;
         }
     }
-    CHIUDI(kRegionalTable);
+    CHIUDI(kRegions);
 }
 
 void read_installation() {
@@ -77,17 +75,18 @@ void read_installation() {
 }
 
 void open_files() {
-    for (const double n : {6., 5., 97., 1., 2., 356., 354., 19., 8., 401.}) {
+    for (const int n : {kPeriod, kSelection, kTwelveMonths, kCompanies, kEmployees,
+                        kCertificateIndex, kCertificates, kFixedData, kSectors, kPayItems}) {
         FAIOPEN(n);
     }
 }
 
 void read_yearly_tables() {
-    if (LEGGIREC(kYearlyTables, 1) == 1) {
+    if (LEGGIREC(kFixedData, 1) == 1) {
         throw platform::Failure(
             platform::kInputPastEnd);  // Without them nothing can be calculated.
     }
-    area(Area::FISX) = record_buffer(kYearlyTables);
+    area(Area::FISX) = record_buffer(kFixedData);
 }
 
 // ---- Corrections and questions by the period ----
@@ -107,7 +106,7 @@ constexpr std::array<DatedParameter, 3> kDatedParameters{{
 
 void correct_yearly_tables() {
     correct_dated_parameters();
-    write_whole_record(kYearlyTables, 1, as_record(kYearlyTables, area(Area::FISX)));
+    write_whole_record(kFixedData, 1, as_record(kFixedData, area(Area::FISX)));
     read_yearly_tables();
 }
 
@@ -134,8 +133,8 @@ void prepare_by_period() {
     }
     run_tables.revaluation = num(F021);
     run_tables.revaluation2 = num(F022);
-    FAIOPEN(35);
-    FAIOPEN(36);
+    FAIOPEN(kBeforeImages);
+    FAIOPEN(kBeforeImageIndex);
     if (!read_period()) {
         FINEPROG();
     }
@@ -164,8 +163,8 @@ void open_archives() {
     if (NZRetMesINPDAP::archive_exists()) {
         NZRetMesINPDAP::open_archive();
     }
-    if (file_table.entries[static_cast<std::size_t>(kPeriodFile)].CANALI == 0) {
-        FAIOPEN(kPeriodFile);
+    if (file_table.entries[static_cast<std::size_t>(kPeriod)].CANALI == 0) {
+        FAIOPEN(kPeriod);
         read_period();
     }
     NZCedLibPaga::prepare_name();
@@ -226,7 +225,7 @@ void MAIN() {
     } catch (const platform::StopRequested&) {
         FINEPROG();
     }
-    for (const double n : {18., 278., 276.}) {
+    for (const int n : {kTaxBrackets, kYearTables, kSeveranceBrackets}) {
         FAIOPEN(n);
     }
     CALC();

@@ -7,6 +7,7 @@
 #include "context/run_course.h"
 #include "context/trace.h"
 #include "context/utilities.h"
+#include "files/file_numbers.h"
 #include "files/logical_files.h"
 #include "history/quadri.h"
 #include "history/slip_images.h"
@@ -22,10 +23,9 @@ namespace ModSWCALM {
 using namespace MXLIBRERIA;
 using platform::Control;
 using platform::window;
+using namespace MXLIBRERIA::file_numbers;
 
 namespace {
-
-constexpr double kEmployeeFile = 2;
 
 [[noreturn]] void end_program() {
     constexpr int kFellShort = 1;
@@ -81,7 +81,7 @@ void show_final_message() {
 
 void FINEPROG() {
     TRACCIA("FINEPROG");
-    sync_file(kEmployeeFile);
+    sync_file(kEmployees);
     if (window().line_count() == 0 && !run_fell_short()) {
         end_program();
     }

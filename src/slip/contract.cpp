@@ -9,6 +9,7 @@
 #include "context/period.h"
 #include "context/trace.h"
 #include "context/utilities.h"
+#include "files/file_numbers.h"
 #include "platform/failure.h"
 #include "platform/window.h"
 #include "records/dictionary/DIPX.h"
@@ -20,11 +21,9 @@ namespace ModSWCALM {
 
 using namespace MXREPOSITORY;
 using namespace MXLIBRERIA;
+using namespace MXLIBRERIA::file_numbers;
 
 namespace {
-
-constexpr double kPeriodFile = 6;
-constexpr double kContractFile = 71;
 
 /// ddmmyyyy to yyyymmdd.
 std::string yyyymmdd(const std::string& date) {
@@ -34,11 +33,11 @@ std::string yyyymmdd(const std::string& date) {
 /// Date of the run as yyyymmdd; the period record is read where the run has not got it open.
 std::string period_date() {
     std::string record = period.PERIODO;
-    if (!file_is_open(kPeriodFile)) {
-        FAIOPEN(kPeriodFile);
-        LEGGIREC(kPeriodFile, 1);
-        record = record_buffer(kPeriodFile);
-        CHIUDI(kPeriodFile);
+    if (!file_is_open(kPeriod)) {
+        FAIOPEN(kPeriod);
+        LEGGIREC(kPeriod, 1);
+        record = record_buffer(kPeriod);
+        CHIUDI(kPeriod);
     }
     return yyyymmdd(a_sinistra(record, 8));
 }
@@ -69,8 +68,8 @@ bool is_number(const std::string& text) {
 
 /// Reads the contract into CONX$; false, with a message, if it is missing or deleted.
 bool read_contract(double number) {
-    if (LEGGIREC(kContractFile, number) != 1) {
-        area(Area::CONX) = record_buffer(kContractFile);
+    if (LEGGIREC(kContracts, number) != 1) {
+        area(Area::CONX) = record_buffer(kContracts);
         if (rifilato(G500) != "99") {
             return true;
         }
@@ -118,7 +117,7 @@ void reduce_contract(std::int16_t grade, const std::string& percentage) {
 
 void copy_contract_of_employee() {
     const std::string today = period_date();
-    FAIOPEN(kContractFile);
+    FAIOPEN(kContracts);
     const double number = copy_num(P331);
     const auto grade = static_cast<std::int16_t>(copy_num(P332) == 0 ? 1 : copy_num(P332));
     const std::string percentage = copy_text(P333);
@@ -128,7 +127,7 @@ void copy_contract_of_employee() {
         set_contract_seniority(grade);
         copy_scale(grade);
     }
-    CHIUDI(kContractFile);
+    CHIUDI(kContracts);
 }
 
 }  // namespace
@@ -143,7 +142,7 @@ void PASSQUAL() {
                                    "\r\n" + employee_label() + "\r\n" +
                                    texts::kCheckContract.bytes(),
                                platform::Icon::critical);
-        CHIUDI(kContractFile);
+        CHIUDI(kContracts);
         throw EndRun{};
     }
 }

@@ -5,6 +5,7 @@
 #include <string>
 #include <utility>
 
+#include "files/file_numbers.h"
 #include "records/dictionary/DIPX.h"
 #include "records/dictionary/DITX.h"
 #include "records/numbers.h"
@@ -13,22 +14,21 @@ namespace ModSWCALM {
 
 using namespace MXREPOSITORY;
 using namespace MXLIBRERIA;
+using namespace MXLIBRERIA::file_numbers;
 
 namespace {
-
-constexpr double kCompanyFile = 1;
 
 // ---- Conversion of monthly amounts to the hour ----
 
 /// Hours divisor of the company P175 that the pay comes from; 0 if there is no such company.
 double source_company_divisor() {
-    const bool opened_here = !file_is_open(kCompanyFile);
+    const bool opened_here = !file_is_open(kCompanies);
     if (opened_here) {
-        FAIOPEN(kCompanyFile);
+        FAIOPEN(kCompanies);
     }
-    std::string loaded_buffer = record_buffer(kCompanyFile);
-    const bool found = LEGGIREC(kCompanyFile, copy_num(P175)) != 1;
-    std::string source = std::exchange(record_buffer(kCompanyFile), std::move(loaded_buffer));
+    std::string loaded_buffer = record_buffer(kCompanies);
+    const bool found = LEGGIREC(kCompanies, copy_num(P175)) != 1;
+    std::string source = std::exchange(record_buffer(kCompanies), std::move(loaded_buffer));
     double divisor = 0;
     if (found && LEGGICAMPONUM(T261, 0, source) != 99) {
         std::swap(area(Area::DITX), source);
@@ -36,7 +36,7 @@ double source_company_divisor() {
         std::swap(area(Area::DITX), source);
     }
     if (opened_here) {
-        CHIUDI(kCompanyFile);
+        CHIUDI(kCompanies);
     }
     return divisor;
 }

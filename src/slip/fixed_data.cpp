@@ -4,6 +4,7 @@
 #include <string>
 
 #include "context/trace.h"
+#include "files/file_numbers.h"
 #include "files/logical_files.h"
 #include "records/dictionary/DIPX.h"
 #include "records/dictionary/DITX.h"
@@ -19,6 +20,7 @@ using MXLIBRERIA::FAIOPEN;
 using MXLIBRERIA::LEGGIREC;
 using MXLIBRERIA::record_buffer;
 using MXLIBRERIA::TRACCIA;
+using namespace MXLIBRERIA::file_numbers;
 
 namespace {
 
@@ -95,8 +97,6 @@ double cell_value(const CellRow& row) {
 
 // ---- Tax brackets ----
 
-constexpr double kBracketFile = 18;
-constexpr double kAlternateBracketFile = 276;
 constexpr int kBrackets = 10;
 constexpr int kFirstCell = 1;
 constexpr int kFirstAlternateCell = 21;
@@ -166,7 +166,9 @@ void first_rate() {
 
 void TUTTELEOP() {
     TRACCIA("TUTTELEOP");
-    for (const double file : {6, 5, 97, 1, 2, 19, 8, 401, 18, 278, 276, 354, 356}) {
+    for (const int file : {kPeriod, kSelection, kTwelveMonths, kCompanies, kEmployees, kFixedData,
+                           kSectors, kPayItems, kTaxBrackets, kYearTables, kSeveranceBrackets,
+                           kCertificates, kCertificateIndex}) {
         FAIOPEN(file);
     }
 }
@@ -183,14 +185,14 @@ void CARICAFISSO(std::array<double, 57>& table) {
 
 void INTATABIRP(BracketTable& table) {
     TRACCIA("INTATABIRP");
-    load_brackets(table, kBracketFile, kFirstCell);
-    load_brackets(table, kAlternateBracketFile, kFirstAlternateCell);
+    load_brackets(table, kTaxBrackets, kFirstCell);
+    load_brackets(table, kSeveranceBrackets, kFirstAlternateCell);
 }
 
 void INTATABIRP_AC_E_2006(BracketTable& table) {
     TRACCIA("INTATABIRP_AC_E_2006");
-    load_brackets(table, kBracketFile, kFirstCell);
-    load_brackets(table, kAlternateBracketFile, kFirstAlternateCell);
+    load_brackets(table, kTaxBrackets, kFirstCell);
+    load_brackets(table, kSeveranceBrackets, kFirstAlternateCell);
 }
 
 void brackets_of_2023() {

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "context/utilities.h"
+#include "files/file_numbers.h"
 #include "files/logical_files.h"
 #include "formulas/named_access.h"
 #include "records/dictionary/DIPX.h"
@@ -15,10 +16,10 @@ namespace ModSWCALM {
 
 using namespace MXREPOSITORY;
 using namespace MXLIBRERIA;
+using namespace MXLIBRERIA::file_numbers;
 
 namespace {
 
-constexpr double kItemFile = 401;
 constexpr std::size_t kPieceWidth = std::size_t{kLineWidth} * kLinesInPiece;
 constexpr int kLastPosition = (kLinesInPiece - 1) * kLineWidth + 1;  // of a line in its piece
 
@@ -105,10 +106,10 @@ void store_slip_table() {
 }
 
 bool read_item(double code) {
-    if (LEGGIREC(kItemFile, code) == 1) {
+    if (LEGGIREC(kPayItems, code) == 1) {
         return false;
     }
-    area(Area::FOTX) = record_buffer(kItemFile);
+    area(Area::FOTX) = record_buffer(kPayItems);
     return num(Z049) != 99;
 }
 

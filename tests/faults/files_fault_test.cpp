@@ -8,6 +8,7 @@
 #include <map>
 #include <string>
 
+#include "files/file_numbers.h"
 #include "files/isam.h"
 #include "files/logical_files.h"
 #include "platform/failure.h"
@@ -24,10 +25,9 @@ using test_support::ArchiveDirectory;
 using test_support::FaultFileSystem;
 using test_support::IndexReader;
 using test_support::ScriptedWindow;
+using namespace MXLIBRERIA::file_numbers;
 
 constexpr std::size_t kKeyLength = 10;
-constexpr double kIndex = 36;
-constexpr double kRecords = 2;
 
 std::string key_of(std::size_t number) {
     const std::string digits = std::to_string(number);
@@ -84,9 +84,9 @@ class FilesUnderFaults : public ::testing::Test {
 
 TEST_F(FilesUnderFaults, WritingARecordTouchesNoOther) {
     const auto write = [] {
-        FAIOPEN(kRecords);
-        LEGGIREC(kRecords, 2);
-        SCRIVIREC(kRecords, 2, std::string(20, 'X'));
+        FAIOPEN(kEmployees);
+        LEGGIREC(kEmployees, 2);
+        SCRIVIREC(kEmployees, 2, std::string(20, 'X'));
     };
     const int failed =
         fail_each_operation([&] { archive_.write("NZDIPEND.DAT", records_); }, write,
@@ -98,10 +98,10 @@ TEST_F(FilesUnderFaults, WritingARecordTouchesNoOther) {
 
 TEST_F(FilesUnderFaults, AFullDiskKeepsTheRecordsThatAreThere) {
     const auto plan = FaultFileSystem::install();
-    FAIOPEN(kRecords);
+    FAIOPEN(kEmployees);
     plan->disk_ends_at = records_.size() + 7;  // room for a part of the new record
     try {
-        SCRIVIREC(kRecords, 4, std::string(20, 'X'));
+        SCRIVIREC(kEmployees, 4, std::string(20, 'X'));
         FAIL();
     } catch (const platform::Failure& failure) {
         EXPECT_EQ(failure.number(), 61);
@@ -109,9 +109,9 @@ TEST_F(FilesUnderFaults, AFullDiskKeepsTheRecordsThatAreThere) {
     }
     EXPECT_EQ(archive_.read("NZDIPEND.DAT").substr(0, records_.size()), records_);
     // The piece of a record reads as the end of the file, and the next try takes its place.
-    EXPECT_EQ(LEGGIREC(kRecords, 4), 1);
+    EXPECT_EQ(LEGGIREC(kEmployees, 4), 1);
     plan->disk_ends_at = UINT64_MAX;
-    SCRIVIREC(kRecords, 4, std::string(20, 'Y'));
+    SCRIVIREC(kEmployees, 4, std::string(20, 'Y'));
     EXPECT_EQ(archive_.read("NZDIPEND.DAT"), records_ + std::string(20, 'Y'));
 }
 
@@ -121,12 +121,12 @@ TEST_F(FilesUnderFaults, AReadOnlyArchiveIsReadAndRefusesTheWrite) {
     std::filesystem::permissions(archive_.path(), std::filesystem::perms(0555));
     EXPECT_EQ(test_support::in_other_process([&] {
                   test_support::become_ordinary_user();
-                  FAIOPEN(kRecords);
-                  if (LEGGIREC(kRecords, 2) != 0 || record_buffer(kRecords)[0] != 'b') {
+                  FAIOPEN(kEmployees);
+                  if (LEGGIREC(kEmployees, 2) != 0 || record_buffer(kEmployees)[0] != 'b') {
                       return 1;
                   }
                   try {
-                      SCRIVIREC(kRecords, 2, std::string(20, 'X'));
+                      SCRIVIREC(kEmployees, 2, std::string(20, 'X'));
                   } catch (const platform::Failure& failure) {
                       return failure.number();
                   }
@@ -138,7 +138,7 @@ TEST_F(FilesUnderFaults, AReadOnlyArchiveIsReadAndRefusesTheWrite) {
 
 TEST_F(FilesUnderFaults, MakingAFileAnewFailsOrSucceedsWhole) {
     const int failed = fail_each_operation(
-        [&] { archive_.write("NZDIPEND.DAT", records_); }, [] { RICREAFILE(kRecords); },
+        [&] { archive_.write("NZDIPEND.DAT", records_); }, [] { RICREAFILE(kEmployees); },
         [&] {
             const std::string left = archive_.read("NZDIPEND.DAT");
             EXPECT_TRUE(left == records_ || left.empty());
@@ -152,8 +152,8 @@ TEST_F(FilesUnderFaults, TheSemaphoreGoesWhenTheSectionFails) {
         fail_each_operation([] {},
                             [] {
                                 APRISEMA();
-                                FAIOPEN(kRecords);
-                                SCRIVIREC(kRecords, 4, std::string(20, 'X'));
+                                FAIOPEN(kEmployees);
+                                SCRIVIREC(kEmployees, 4, std::string(20, 'X'));
                                 CHIUDISEMA();
                             },
                             [&] {
@@ -168,44 +168,44 @@ class IndexUnderFaults : public FilesUnderFaults {
   protected:
     /// Keys 2, 4, 6 ... in order.
     void build(std::size_t keys) {
-        ISAM(kIndex, "", kIsamEmpty, 0);
+        ISAM(kBeforeImageIndex, "", kIsamEmpty, 0);
         for (std::size_t i = 1; i <= keys; ++i) {
-            ISAM(kIndex, key_of(i * 2), kIsamInsert, static_cast<double>(i));
+            ISAM(kBeforeImageIndex, key_of(i * 2), kIsamInsert, static_cast<double>(i));
             keys_[key_of(i * 2)] = static_cast<double>(i);
         }
-        CHIUDI(kIndex);
+        CHIUDI(kBeforeImageIndex);
         before_ = archive_.read("NZINDEX.DAT");
     }
 
     /// Every key but `changed` is found with its record, and every tenth from the one before it.
     /// `changed` is found or not.
     void check_keys(const std::string& changed) {
-        FAIOPEN(kIndex);
+        FAIOPEN(kBeforeImageIndex);
         std::string before = key_of(1);
         int number = 0;
         for (const auto& [key, record] : keys_) {
             if (key == changed) {
                 continue;
             }
-            ASSERT_EQ(ISAM(kIndex, key, kIsamSearch, 0), record);
+            ASSERT_EQ(ISAM(kBeforeImageIndex, key, kIsamSearch, 0), record);
             if (++number % 10 == 0) {
-                double above = ISAM(kIndex, before, kIsamNext, 0);
+                double above = ISAM(kBeforeImageIndex, before, kIsamNext, 0);
                 if (isam_state.last_key == changed) {
-                    above = ISAM(kIndex, changed, kIsamNext, 0);
+                    above = ISAM(kBeforeImageIndex, changed, kIsamNext, 0);
                 }
                 ASSERT_EQ(above, record);
                 ASSERT_EQ(isam_state.last_key, key);
             }
             before = key;
         }
-        CHIUDI(kIndex);
+        CHIUDI(kBeforeImageIndex);
     }
 
     int fail_each_block(const std::string& key, double operation) {
         return fail_each_operation([&] { archive_.write("NZINDEX.DAT", before_); },
                                    [&] {
-                                       FAIOPEN(kIndex);
-                                       ISAM(kIndex, key, operation, 777);
+                                       FAIOPEN(kBeforeImageIndex);
+                                       ISAM(kBeforeImageIndex, key, operation, 777);
                                    },
                                    [&] { check_keys(key); });
     }
@@ -253,13 +253,13 @@ TEST_F(IndexUnderFaults, ASplitInTheMiddleOfABranch) {
     constexpr std::size_t kMiddle = 2563;  // the 20th leaf holds the even keys 2562 to 2688
     build(kOneBranch - 1);
     CHIUDI(0);
-    FAIOPEN(kIndex);
+    FAIOPEN(kBeforeImageIndex);
     for (std::size_t i = 0; i < 63; ++i) {  // a leaf in the lower half gets 127 keys
         const std::string key = key_of(kMiddle + i * 2);
-        ISAM(kIndex, key, kIsamInsert, 9);
+        ISAM(kBeforeImageIndex, key, kIsamInsert, 9);
         keys_[key] = 9;
     }
-    CHIUDI(kIndex);
+    CHIUDI(kBeforeImageIndex);
     before_ = archive_.read("NZINDEX.DAT");
     EXPECT_EQ(fail_each_block(key_of(kMiddle + 126), kIsamInsert),
               kOpening + 3 + 2 * kNewBlock + 3);
@@ -275,12 +275,12 @@ TEST_F(IndexUnderFaults, TheFirstKey) {
 TEST_F(IndexUnderFaults, ARemovalThatEmptiesABlock) {
     build(128);
     CHIUDI(0);
-    FAIOPEN(kIndex);
+    FAIOPEN(kBeforeImageIndex);
     for (std::size_t i = 2; i <= 64; ++i) {
-        ISAM(kIndex, key_of(i * 2), kIsamDelete, 0);
+        ISAM(kBeforeImageIndex, key_of(i * 2), kIsamDelete, 0);
         keys_.erase(key_of(i * 2));
     }
-    CHIUDI(kIndex);
+    CHIUDI(kBeforeImageIndex);
     before_ = archive_.read("NZINDEX.DAT");
     EXPECT_EQ(fail_each_block(key_of(2), kIsamDelete), kOpening + 3 + 3);
     const IndexReader reader(archive_.read("NZINDEX.DAT"), kKeyLength);
@@ -296,26 +296,26 @@ TEST_F(IndexUnderFaults, TheLastKey) {
 
 TEST_F(IndexUnderFaults, ASplitOnAFullDisk) {
     build(kOneBranch - 1);
-    FAIOPEN(kIndex);
-    CHIUDI(kIndex);
+    FAIOPEN(kBeforeImageIndex);
+    CHIUDI(kBeforeImageIndex);
     for (const std::size_t room : {0U, 1000U, 2176U, 3000U}) {  // both splits need a new block
         archive_.write("NZINDEX.DAT", before_);
         const auto plan = FaultFileSystem::install();
-        FAIOPEN(kIndex);
+        FAIOPEN(kBeforeImageIndex);
         plan->disk_ends_at = before_.size() + room;
         try {
-            ISAM(kIndex, kLastKey, kIsamInsert, 777);
+            ISAM(kBeforeImageIndex, kLastKey, kIsamInsert, 777);
             FAIL();
         } catch (const platform::Failure& failure) {
             EXPECT_EQ(failure.number(), 61);
         }
         plan->disk_ends_at = UINT64_MAX;
-        CHIUDI(kIndex);
+        CHIUDI(kBeforeImageIndex);
         check_keys(kLastKey);
-        FAIOPEN(kIndex);  // with room again the same insertion succeeds
-        EXPECT_EQ(ISAM(kIndex, kLastKey, kIsamInsert, 777), 0);
+        FAIOPEN(kBeforeImageIndex);  // with room again the same insertion succeeds
+        EXPECT_EQ(ISAM(kBeforeImageIndex, kLastKey, kIsamInsert, 777), 0);
         EXPECT_EQ(IndexReader(archive_.read("NZINDEX.DAT"), kKeyLength).fault, "");
-        CHIUDI(kIndex);
+        CHIUDI(kBeforeImageIndex);
         platform::set_files(nullptr);
     }
 }

@@ -7,6 +7,7 @@
 #include <map>
 #include <string>
 
+#include "files/file_numbers.h"
 #include "files/isam.h"
 #include "files/logical_files.h"
 #include "files/recovery_slot.h"
@@ -23,9 +24,9 @@ using test_support::FaultFileSystem;
 using test_support::IndexReader;
 using test_support::Killed;
 using test_support::ScriptedWindow;
+using namespace MXLIBRERIA::file_numbers;
 
 constexpr std::size_t kKeyLength = 10;
-constexpr double kIndex = 36;
 
 std::string key_of(std::size_t number) {
     const std::string digits = std::to_string(number);
@@ -52,9 +53,9 @@ class IndexOfAKilledRun : public ::testing::TestWithParam<KilledOperation> {
     void SetUp() override {
         archive_.define(36, "NZINDEX.DAT", 2176);
         recovery_slot = {};
-        ISAM(kIndex, "", kIsamEmpty, 0);
+        ISAM(kBeforeImageIndex, "", kIsamEmpty, 0);
         for (std::size_t i = 1; i <= GetParam().keys; ++i) {
-            ISAM(kIndex, key_of(i * 2), kIsamInsert, static_cast<double>(i));
+            ISAM(kBeforeImageIndex, key_of(i * 2), kIsamInsert, static_cast<double>(i));
         }
         CHIUDI(0);
         before_ = archive_.read("NZINDEX.DAT");
@@ -66,9 +67,9 @@ class IndexOfAKilledRun : public ::testing::TestWithParam<KilledOperation> {
     }
 
     static void work() {
-        FAIOPEN(kIndex);
+        FAIOPEN(kBeforeImageIndex);
         recovery_slot.in_use = true;
-        ISAM(kIndex, key_of(GetParam().key), GetParam().operation, 777);
+        ISAM(kBeforeImageIndex, key_of(GetParam().key), GetParam().operation, 777);
     }
 
     /// Bytes of the index after the operation, and the changes that it made: the slot, the blocks,

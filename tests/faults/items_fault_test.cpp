@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "files/file_numbers.h"
 #include "installation/installation.h"
 #include "nzutil/process.h"
 #include "records/dictionary/CONX.h"
@@ -21,12 +22,9 @@ namespace fs = std::filesystem;
 using namespace MXREPOSITORY;
 using nzutil::Installation;
 using nzutil::ProcessResult;
+using namespace MXLIBRERIA::file_numbers;
 
-constexpr int kEmployees = 2;
 constexpr int kDictionaryP = 11;
-constexpr int kBrackets = 18;
-constexpr int kContracts = 71;
-constexpr int kItems = 401;
 constexpr int kFreeItem = 300;  ///< a code that the demo does not use
 
 /// The first employee of the demo: 26 days of monthly pay, 1908.75, at 1908.75 / 26 = 73.41346.
@@ -66,7 +64,7 @@ class ItemFaults : public test_support::DemoRun {
 
     /// Makes an item that is an earning and counts for nothing else, with this formula.
     void item(int code, const std::vector<std::string>& formula, int deleted = 0) {
-        std::string record = *installation().read(kItems, 2);
+        std::string record = *installation().read(kPayItems, 2);
         SCRIVICAMPONUM(Z049, deleted, 0, record);
         for (const Descriptor& counted : {Z013, Z014, Z020}) {
             SCRIVICAMPONUM(counted, 0, 0, record);
@@ -75,7 +73,7 @@ class ItemFaults : public test_support::DemoRun {
             std::string text = cell < formula.size() ? formula[cell] : ".";
             SCRIVICAMPO(dopo(Z051, static_cast<int>(cell)), text, 0, record);
         }
-        installation().write(kItems, code, record);
+        installation().write(kPayItems, code, record);
     }
 
     /// The slip is calculated, with this gross pay.
@@ -160,7 +158,7 @@ TEST_F(ItemFaults, ADamagedDictionaryRecordIsToldAndReadsAsNothing) {
 }
 
 TEST_F(ItemFaults, AnEmptyBracketFileHasNoClosingBracket) {
-    write(installation().path(kBrackets), "");
+    write(installation().path(kTaxBrackets), "");
     const ProcessResult result = run();
     EXPECT_EQ(result.status, 1) << result.output;
     EXPECT_NE(result.output.find("Errore 9 Subscript out of range"), std::string::npos)
@@ -168,8 +166,8 @@ TEST_F(ItemFaults, AnEmptyBracketFileHasNoClosingBracket) {
 }
 
 TEST_F(ItemFaults, ABracketFileOfOneRecordIsEnoughWhereItCloses) {
-    const std::string file = installation().path(kBrackets);
-    std::string record = *installation().read(kBrackets, 1);
+    const std::string file = installation().path(kTaxBrackets);
+    std::string record = *installation().read(kTaxBrackets, 1);
     record.replace(0, 12, "999999.99230");  // 23 percent on everything
     write(file, record);
     expect_gross(kPay);

@@ -9,6 +9,7 @@
 #include <map>
 #include <thread>
 
+#include "files/file_numbers.h"
 #include "installation/demo.h"
 #include "installation/installation.h"
 #include "nzutil/process.h"
@@ -23,14 +24,7 @@ namespace fs = std::filesystem;
 using nzutil::Installation;
 using nzutil::ProcessCall;
 using nzutil::ProcessResult;
-
-constexpr int kCompanies = 1;
-constexpr int kEmployees = 2;
-constexpr int kSelection = 5;
-constexpr int kPeriod = 6;
-constexpr int kSemaphore = 16;
-constexpr int kYearlyTables = 19;
-constexpr int kBeforeImageIndex = 36;
+using namespace MXLIBRERIA::file_numbers;
 
 class RunFaults : public test_support::DemoRun {
   protected:
@@ -135,7 +129,7 @@ TEST_F(RunFaults, LastEmployeeCutShortIsNotPrepared) {
 }
 
 TEST_F(RunFaults, EmptyYearlyTables) {
-    write(path(kYearlyTables), "");
+    write(path(kFixedData), "");
     expect_failure_that_changes_nothing("62 Input past end of file", "LEGGIREC (19-1)");
 }
 

@@ -12,12 +12,14 @@
 
 #include "context/environment.h"
 #include "context/period.h"
+#include "files/file_numbers.h"
 #include "files/logical_files.h"
 #include "files/recovery_slot.h"
 #include "installation/demo.h"
 #include "installation/installation.h"
 #include "nzutil/index_check.h"
 #include "platform/failure.h"
+#include "platform/silent_window.h"
 #include "platform/window.h"
 #include "records/dictionary/DIPX.h"
 #include "records/fields.h"
@@ -36,35 +38,7 @@ using test_support::FaultFileSystem;
 using test_support::FaultPlan;
 using test_support::Killed;
 using test_support::TempDirectory;
-
-constexpr int kEmployees = 2;
-constexpr int kBeforeImageIndex = 36;
-
-/// A window that keeps the lines of the list.
-class ListWindow : public platform::Window {
-  public:
-    std::vector<std::string> lines;
-    void set_caption(const std::string& /*text*/) override {}
-    void set_text(platform::Control /*control*/, int /*element*/,
-                  const std::string& /*text*/) override {}
-    [[nodiscard]] std::string text(platform::Control /*control*/, int /*element*/) const override {
-        return {};
-    }
-    void set_visible(platform::Control /*control*/, int /*element*/, bool /*visible*/) override {}
-    void set_busy(bool /*hourglass*/) override {}
-    void refresh() override {}
-    void clear_list() override { lines.clear(); }
-    void add_line(const std::string& line) override { lines.push_back(line); }
-    [[nodiscard]] std::size_t line_count() const override { return lines.size(); }
-    void box(const std::string& /*title*/, const std::string& /*text*/,
-             platform::Icon /*icon*/) override {}
-    [[nodiscard]] bool ask(const std::string& /*title*/, const std::string& /*text*/,
-                           platform::Icon /*icon*/) override {
-        return false;
-    }
-    void progress(std::size_t /*done*/, std::size_t /*total*/) override {}
-    void show_modal() override {}
-};
+using namespace MXLIBRERIA::file_numbers;
 
 using Snapshot = std::map<std::string, std::string>;
 
@@ -79,7 +53,7 @@ class KilledRun : public ::testing::Test {
         demo.close();
         ::setenv("SOLMAREL_REGISTRO", directory.file("demo/registro.ini").c_str(), 1);
         fs::copy(archive(), directory.file("before"));
-        auto list = std::make_unique<ListWindow>();
+        auto list = std::make_unique<platform::SilentWindow>();
         window = list.get();
         platform::set_window(std::move(list));
     }
@@ -221,7 +195,7 @@ class KilledRun : public ::testing::Test {
     }
 
     TempDirectory directory;
-    ListWindow* window = nullptr;
+    platform::SilentWindow* window = nullptr;
     std::string employees;
     std::size_t length = 0;
 };

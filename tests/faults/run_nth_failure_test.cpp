@@ -10,10 +10,12 @@
 
 #include "context/environment.h"
 #include "context/period.h"
+#include "files/file_numbers.h"
 #include "files/logical_files.h"
 #include "installation/demo.h"
 #include "installation/installation.h"
 #include "platform/failure.h"
+#include "platform/silent_window.h"
 #include "platform/window.h"
 #include "records/fields.h"
 #include "run/load_environment.h"
@@ -30,36 +32,9 @@ using nzutil::Installation;
 using test_support::FaultFileSystem;
 using test_support::FaultPlan;
 using test_support::TempDirectory;
+using namespace MXLIBRERIA::file_numbers;
 
-constexpr int kEmployees = 2;
-constexpr int kMonths = 97;
 constexpr int kSelected = 3;
-
-/// A window that shows nothing; the run only has to know how many lines it wrote.
-class SilentWindow : public platform::Window {
-  public:
-    std::size_t lines = 0;
-    void set_caption(const std::string& /*text*/) override {}
-    void set_text(platform::Control /*control*/, int /*element*/,
-                  const std::string& /*text*/) override {}
-    [[nodiscard]] std::string text(platform::Control /*control*/, int /*element*/) const override {
-        return {};
-    }
-    void set_visible(platform::Control /*control*/, int /*element*/, bool /*visible*/) override {}
-    void set_busy(bool /*hourglass*/) override {}
-    void refresh() override {}
-    void clear_list() override { lines = 0; }
-    void add_line(const std::string& /*line*/) override { ++lines; }
-    [[nodiscard]] std::size_t line_count() const override { return lines; }
-    void box(const std::string& /*title*/, const std::string& /*text*/,
-             platform::Icon /*icon*/) override {}
-    [[nodiscard]] bool ask(const std::string& /*title*/, const std::string& /*text*/,
-                           platform::Icon /*icon*/) override {
-        return false;
-    }
-    void progress(std::size_t /*done*/, std::size_t /*total*/) override {}
-    void show_modal() override {}
-};
 
 class RunUnderFaults : public ::testing::Test {
   protected:
@@ -70,13 +45,13 @@ class RunUnderFaults : public ::testing::Test {
             demo.write_selection({{1, kSelected}});
             employees = demo.path(kEmployees);
             employee_length = static_cast<std::size_t>(demo.record_length(kEmployees));
-            months = demo.path(kMonths);
-            months_length = static_cast<std::size_t>(demo.record_length(kMonths));
+            months = demo.path(kTwelveMonths);
+            months_length = static_cast<std::size_t>(demo.record_length(kTwelveMonths));
             demo.close();
         }
         ::setenv("SOLMAREL_REGISTRO", directory.file("demo/registro.ini").c_str(), 1);
         fs::copy(directory.file("demo/archivi"), directory.file("before"));
-        platform::set_window(std::make_unique<SilentWindow>());
+        platform::set_window(std::make_unique<platform::SilentWindow>());
     }
     void TearDown() override {
         platform::set_files(nullptr);

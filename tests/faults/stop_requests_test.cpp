@@ -7,6 +7,7 @@
 #include <array>
 #include <optional>
 
+#include "files/file_numbers.h"
 #include "nzutil/scenario.h"
 #include "records/dictionary/DIPX.h"
 #include "records/fields.h"
@@ -20,11 +21,8 @@ using test_support::ChildProcess;
 using test_support::OutputFile;
 using test_support::TestDescriptor;
 using test_support::wait_until;
+using namespace MXLIBRERIA::file_numbers;
 
-constexpr int kEmployees = 2;
-constexpr int kSemaphore = 16;
-constexpr int kFixedData = 19;
-constexpr int kMonths = 97;
 constexpr const char* kDone = ":elaborato\n";
 
 std::size_t count(const std::string& text, std::string_view part) {
@@ -110,7 +108,7 @@ class StopRequests : public test_support::DemoRun {
     void expect_the_rest_can_be_calculated() const {
         EXPECT_EQ(run().status, 0);
         const auto wanted = calculated();
-        for (const int file : {kEmployees, kMonths}) {
+        for (const int file : {kEmployees, kTwelveMonths}) {
             const std::string name = std::filesystem::path(path(file)).filename().string();
             EXPECT_EQ(snapshot().at(name), wanted.at(name)) << name;
         }

@@ -9,9 +9,9 @@
 
 #include "formulas/named_access.h"
 #include "platform/failure.h"
+#include "platform/silent_window.h"
 #include "records/fields.h"
 #include "tests/fuzz/fuzz_target.h"
-#include "tests/fuzz/silent_window.h"
 #include "tests/support/dictionary_archive.h"
 #include "tests/support/record_areas.h"
 
@@ -45,7 +45,7 @@ extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
     archive = std::make_unique<test_support::DictionaryArchive>();
     std::atexit([] { archive.reset(); });  // while the file table still lives
     archive->add(25, {});
-    platform::set_window(std::make_unique<fuzz::SilentWindow>());
+    platform::set_window(std::make_unique<platform::SilentWindow>());
     return 0;
 }
 

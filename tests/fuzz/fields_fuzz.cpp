@@ -12,10 +12,10 @@
 #include <string_view>
 
 #include "platform/failure.h"
+#include "platform/silent_window.h"
 #include "records/fields.h"
 #include "records/numbers.h"
 #include "tests/fuzz/fuzz_target.h"
-#include "tests/fuzz/silent_window.h"
 #include "tests/support/record_areas.h"
 
 namespace {
@@ -54,7 +54,7 @@ std::size_t length_of_all_areas() {
 }  // namespace
 
 extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
-    platform::set_window(std::make_unique<fuzz::SilentWindow>());
+    platform::set_window(std::make_unique<platform::SilentWindow>());
     test_support::fill_areas();
     return 0;
 }

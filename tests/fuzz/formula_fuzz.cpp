@@ -12,11 +12,11 @@
 
 #include "formulas/formula.h"
 #include "platform/failure.h"
+#include "platform/silent_window.h"
 #include "records/dictionary/FOTX.h"
 #include "records/fields.h"
 #include "records/numbers.h"
 #include "tests/fuzz/fuzz_target.h"
-#include "tests/fuzz/silent_window.h"
 #include "tests/support/dictionary_archive.h"
 #include "tests/support/record_areas.h"
 
@@ -31,7 +31,7 @@ constexpr std::size_t kCells = 100;
 /// What lives as long as the fuzzing.
 struct World {
     test_support::DictionaryArchive archive;
-    fuzz::SilentWindow* window = nullptr;
+    platform::SilentWindow* window = nullptr;
     std::array<std::string, kAreaCount> records;
 };
 std::unique_ptr<World> world;
@@ -85,7 +85,7 @@ void check_registers() {
 extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
     world = std::make_unique<World>();
     std::atexit([] { world.reset(); });  // while the file table still lives
-    auto window = std::make_unique<fuzz::SilentWindow>();
+    auto window = std::make_unique<platform::SilentWindow>();
     world->window = window.get();
     platform::set_window(std::move(window));
     test_support::fill_areas();

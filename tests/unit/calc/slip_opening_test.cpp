@@ -218,6 +218,37 @@ TEST_F(OpenSlip, TheCeilingTestWantsIncomeWithinBothLimits) {
     EXPECT_FALSE(slip.ceiling_flag);
 }
 
+TEST_F(OpenSlip, TheCeilingIsRaisedByTheContributionsThatAreTurnedOn) {
+    struct Case {
+        const char* first;
+        const char* third;
+        const char* eighth;
+        double percent;
+    };
+    scrivi(F412, 30000);
+    scrivi(F413, 1000);
+    scrivi(F415, 0);
+    field(S003, "9.19");
+    field(S005, "0.30");
+    field(S010, "5.84");
+    for (const Case& of :
+         {Case{"1", "0", "0", 9.19}, Case{"0", "1", "0", 0.30}, Case{"0", "0", "1", 5.84},
+          Case{"1", "1", "1", 15.33}, Case{"2", "2", "2", 0}}) {
+        field(P181, of.first);
+        field(P183, of.third);
+        field(P188, of.eighth);
+        field(Q775, "30000");
+        // What is 1000 without its contributions.
+        const double limit = ceiling_limit(of.percent);
+        field(Q776, testo_numero(arrotonda(limit - 0.02)));
+        open();
+        EXPECT_TRUE(slip.ceiling_flag) << of.percent;
+        field(Q776, testo_numero(arrotonda(limit + 0.02)));
+        open();
+        EXPECT_FALSE(slip.ceiling_flag) << of.percent;
+    }
+}
+
 TEST_F(OpenSlip, TheOrdinaryDecemberSlipClosesTheYear) {
     open("311220244");
     EXPECT_TRUE(slip.CEDOLINOFINALE);

@@ -316,7 +316,91 @@ TEST_F(ClosingTest, SecondAdditionalSlipIsDroppedAndLeavesTheMonth) {
     EXPECT_EQ(ABORTODIP, -1);
 }
 
+// ---- A month of less than nothing ----
+
+TEST_F(ClosingTest, ANegativeMonthTakesOffTheYear) {
+    const std::pair<Descriptor, double> year[] = {{Q013, 10000}, {Q001, 12000}, {Q003, 12000.50},
+                                                  {Q005, 1100},  {Q068, 900},   {Q078, 300},
+                                                  {Q081, 40},    {Q014, 2000}};
+    for (const auto& [field, amount] : year) {
+        scrivi(field, amount);
+    }
+    scrivi(P256, -150.40);
+    scrivi(P240, -165);
+    scrivi(P250, -165.20);
+    scrivi(Q224, -15.16);
+    scrivi(P242, -80);
+    scrivi(P243, -20);
+    scrivi(P239, -4);
+    scrivi(Q137, -34.59);
+    slip.minimum_base = -165;  // no minimum above the month's wage
+    year_to_date_block();
+    EXPECT_EQ(num(Q013), 9849.60);   // 10000 - 150.40
+    EXPECT_EQ(num(Q001), 11835);     // 12000 - 165
+    EXPECT_EQ(num(Q003), 11835.30);  // 12000.50 - 165.20
+    EXPECT_EQ(num(Q005), 1084.84);   // 1100 - 15.16
+    EXPECT_EQ(num(Q068), 820);
+    EXPECT_EQ(num(Q078), 280);
+    EXPECT_EQ(num(Q081), 36);
+    EXPECT_EQ(num(Q014), 1965.41);  // 2000 - 34.59
+}
+
+TEST_F(ClosingTest, ExemptAmountsOfTheYearTakeNoNegativeMonth) {
+    scrivi(Q066, 500);
+    slip.ESENTEB = -80;
+    year_to_date_block();
+    EXPECT_EQ(num(Q066), 500);
+    scrivi(Q171, 0);
+    slip.ESENTEB = 80;
+    year_to_date_block();
+    EXPECT_EQ(num(Q066), 580);
+}
+
+TEST_F(ClosingTest, OnlyAPositiveFurtherSumJoinsTheContributionsOfTheYear) {
+    scrivi(P849, 1);
+    scrivi(Q005, 100);
+    scrivi(P852, -12.50);
+    year_to_date_block();
+    EXPECT_EQ(num(Q005), 100);
+    scrivi(P852, 12.50);
+    year_to_date_block();
+    EXPECT_EQ(num(Q005), 112.50);
+    scrivi(P849, 0);
+    year_to_date_block();
+    EXPECT_EQ(num(Q005), 112.50);
+}
+
+TEST_F(ClosingTest, ANegativeMonthOfACollaboratorStandsInItsMonthAndInTheYear) {
+    scrivi(P447, 1);
+    scrivi(P090, 12);
+    scrivi(Q526, 1000);  // April
+    scrivi(P500, -250);
+    year_to_date_block();
+    EXPECT_EQ(num(Q527), -250);
+    EXPECT_EQ(num(Q680), 750);  // 1000 - 250
+}
+
 // ---- Year-end ----
+
+TEST_F(ClosingTest, TheAdjustmentAddsTheShareQ260OfThePeriod) {
+    MXLIBRERIA::period.set("311220244");
+    brackets_2024();
+    ModSWCALB::tax_state.ConguaglioAnnuale = true;
+    scrivi(Q260, 250);
+    scrivi(Q261, 10);
+    year_end_block();
+    EXPECT_EQ(num(Q261), 12.50);  // 10 + 250 x 1 / 100
+}
+
+TEST_F(ClosingTest, TheShareQ260CountsTheMonthsOfACollaboratorsInstalment) {
+    MXLIBRERIA::period.set("311220244");
+    brackets_2024();
+    ModSWCALB::tax_state.ConguaglioAnnuale = true;
+    closing.period_factor = 3;  // four instalments a year
+    scrivi(Q260, 250);
+    year_end_block();
+    EXPECT_EQ(num(Q261), 7.50);  // 250 x 3 / 100
+}
 
 TEST_F(ClosingTest, AdjustmentChargesTheMissingTax) {
     MXLIBRERIA::period.set("311220244");

@@ -8,6 +8,7 @@
 #include <random>
 
 #include "context/failure_handler.h"
+#include "files/file_numbers.h"
 #include "files/logical_files.h"
 #include "platform/failure.h"
 #include "tests/support/archive_directory.h"
@@ -21,21 +22,21 @@ using test_support::ArchiveDirectory;
 using test_support::IndexModel;
 using test_support::IndexReader;
 using test_support::ScriptedWindow;
+using namespace MXLIBRERIA::file_numbers;
 
-constexpr double kIndex = 36;
 constexpr std::size_t kKeyLength = 10;
 
 double insert(const std::string& key, double record) {
-    return ISAM(kIndex, key, kIsamInsert, record);
+    return ISAM(kBeforeImageIndex, key, kIsamInsert, record);
 }
 double search(const std::string& key) {
-    return ISAM(kIndex, key, kIsamSearch, 0);
+    return ISAM(kBeforeImageIndex, key, kIsamSearch, 0);
 }
 double next(const std::string& key) {
-    return ISAM(kIndex, key, kIsamNext, 0);
+    return ISAM(kBeforeImageIndex, key, kIsamNext, 0);
 }
 double erase(const std::string& key) {
-    return ISAM(kIndex, key, kIsamDelete, 0);
+    return ISAM(kBeforeImageIndex, key, kIsamDelete, 0);
 }
 
 /// Number as a key of ten digits.
@@ -49,7 +50,7 @@ class Index : public ::testing::Test {
   protected:
     void SetUp() override {
         archive_.define(36, "NZINDEX.DAT", 2176);
-        EXPECT_EQ(ISAM(kIndex, "", kIsamEmpty, 0), 0);
+        EXPECT_EQ(ISAM(kBeforeImageIndex, "", kIsamEmpty, 0), 0);
     }
     void TearDown() override { window_.verify(); }
 
@@ -218,10 +219,10 @@ TEST_F(Index, RefusalsShowTheirBoxAndGiveZero) {
     EXPECT_EQ(search("123456789"), 0);
     for (const double operation : {kIsamInsert, kIsamSearch, kIsamNext}) {
         window_.expect_box("ERRORE ISAM - K=BLANK");
-        EXPECT_EQ(ISAM(kIndex, std::string(10, ' '), operation, 1), 0);
+        EXPECT_EQ(ISAM(kBeforeImageIndex, std::string(10, ' '), operation, 1), 0);
     }
     window_.expect_box("ERRORE CODICE ISAM 5");
-    EXPECT_EQ(ISAM(kIndex, key_of(1), 5, 0), 0);
+    EXPECT_EQ(ISAM(kBeforeImageIndex, key_of(1), 5, 0), 0);
     window_.expect_box("ERR.ISAM - N.REC.=0");
     EXPECT_EQ(insert(key_of(2), 0), 0);
     EXPECT_EQ(bytes(), before);
@@ -234,25 +235,25 @@ TEST_F(Index, ABlankKeyMayBeDeleted) {
 }
 
 TEST_F(Index, TheChecksComeInTheirOrder) {
-    RICREAFILE(kIndex);  // a file of length 0 comes before everything
+    RICREAFILE(kBeforeImageIndex);  // a file of length 0 comes before everything
     window_.expect_box("ERRORE ISAM - FILE VUOTO 36");
     EXPECT_EQ(search(""), 0);
-    ISAM(kIndex, "", kIsamEmpty, 0);
+    ISAM(kBeforeImageIndex, "", kIsamEmpty, 0);
     window_.expect_box("ERRORE ISAM - K=BLANK");  // before the unknown operation
-    EXPECT_EQ(ISAM(kIndex, std::string(10, ' '), 7, 0), 0);
+    EXPECT_EQ(ISAM(kBeforeImageIndex, std::string(10, ' '), 7, 0), 0);
     window_.expect_box("ERRORE ISAM - LUNK NO OK");  // before the blank key
-    EXPECT_EQ(ISAM(kIndex, " ", kIsamSearch, 0), 0);
+    EXPECT_EQ(ISAM(kBeforeImageIndex, " ", kIsamSearch, 0), 0);
 }
 
 TEST_F(Index, AClosedIndexIsAFailure) {
-    CHIUDI(kIndex);
+    CHIUDI(kBeforeImageIndex);
     EXPECT_THROW(search(key_of(1)), platform::Failure);
 }
 
 TEST_F(Index, EmptyingOpensAClosedFileAndKeepsNoKey) {
     insert(key_of(1), 15);
-    CHIUDI(kIndex);
-    EXPECT_EQ(ISAM(kIndex, "", kIsamEmpty, 0), 0);
+    CHIUDI(kBeforeImageIndex);
+    EXPECT_EQ(ISAM(kBeforeImageIndex, "", kIsamEmpty, 0), 0);
     EXPECT_EQ(bytes().size(), 2176U);
     EXPECT_EQ(search(key_of(1)), -1);
 }
@@ -260,7 +261,7 @@ TEST_F(Index, EmptyingOpensAClosedFileAndKeepsNoKey) {
 TEST_F(Index, EmptyingTakesTheValuesOfThePlaceholdersOnce) {
     archive_.define(36, "IX###.DAT", 2176);
     file_table.DITTAOPEN = 7;
-    EXPECT_EQ(ISAM(kIndex, "", kIsamEmpty, 0), 0);
+    EXPECT_EQ(ISAM(kBeforeImageIndex, "", kIsamEmpty, 0), 0);
     EXPECT_EQ(archive_.read("IX007.DAT").size(), 2176U);
 }
 
@@ -268,7 +269,7 @@ TEST_F(Index, ARecordLengthOfNoKeyIsFailure59) {
     for (const int length : {896, 2177, 100}) {
         archive_.define(36, "NZINDEX.DAT", length);
         try {
-            ISAM(kIndex, "", kIsamEmpty, 0);
+            ISAM(kBeforeImageIndex, "", kIsamEmpty, 0);
             FAIL();
         } catch (const platform::Failure& failure) {
             EXPECT_EQ(failure.number(), 59);
@@ -301,11 +302,11 @@ TEST_F(Index, KeysMayHoldAnyCharacter) {
 TEST_F(Index, ADamagedIndexIsAFailureAndNoEndlessWalk) {
     insert(key_of(1), 15);
     const std::string sound = bytes();
-    CHIUDI(kIndex);
+    CHIUDI(kBeforeImageIndex);
     std::string culprit;
     const auto failure_with = [&](const std::string& damaged) {
         archive_.write("NZINDEX.DAT", damaged);
-        FAIOPEN(kIndex);
+        FAIOPEN(kBeforeImageIndex);
         try {
             search(key_of(1));
         } catch (const platform::Failure& failure) {
@@ -386,9 +387,9 @@ std::string full_index(std::size_t leaf_keys) {
 class FullIndex : public Index {
   protected:
     void start_with(std::size_t leaf_keys) {
-        CHIUDI(kIndex);
+        CHIUDI(kBeforeImageIndex);
         archive_.write("NZINDEX.DAT", full_index(leaf_keys));
-        FAIOPEN(kIndex);
+        FAIOPEN(kBeforeImageIndex);
         ASSERT_EQ(read().fault, "");
     }
 };
@@ -421,7 +422,7 @@ TEST_F(FullIndex, OverflowGoesThroughTheHandlerAndLeavesTheIndexSound) {
         EXPECT_EQ(GESTIONEERRORE(failure), 1);
     }
     EXPECT_EQ(bytes(), before);
-    FAIOPEN(kIndex);
+    FAIOPEN(kBeforeImageIndex);
     EXPECT_EQ(search(key_of(9999)), -1);
     EXPECT_EQ(search(key_of(5000)), 1);
 }

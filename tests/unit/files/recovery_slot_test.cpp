@@ -8,6 +8,7 @@
 #include <iomanip>
 #include <sstream>
 
+#include "files/file_numbers.h"
 #include "files/logical_files.h"
 #include "platform/failure.h"
 #include "tests/support/archive_directory.h"
@@ -20,9 +21,8 @@ using test_support::ArchiveDirectory;
 using test_support::FaultFileSystem;
 using test_support::FaultPlan;
 using test_support::Killed;
+using namespace MXLIBRERIA::file_numbers;
 
-constexpr double kEmployees = 2;
-constexpr double kMonths = 97;
 constexpr const char* kSlot = "VELMOR.RIP";
 
 /// The checksum as the slot's header tells it, word by word.
@@ -69,7 +69,7 @@ class Slot : public ::testing::Test {
     }
     static void open() {
         FAIOPEN(kEmployees);
-        FAIOPEN(kMonths);
+        FAIOPEN(kTwelveMonths);
         recovery_slot.in_use = true;
     }
 
@@ -77,7 +77,7 @@ class Slot : public ::testing::Test {
     static void write_step() {
         SlotStep step;
         SCRIVIREC(kEmployees, 2, std::string(20, 'X'));
-        SCRIVIREC(kMonths, 4, std::string(8, 'Y'));
+        SCRIVIREC(kTwelveMonths, 4, std::string(8, 'Y'));
         step.commit();
     }
 
@@ -113,7 +113,7 @@ TEST_F(Slot, AStepReachesItsFilesAtItsEnd) {
     {
         SlotStep step;
         SCRIVIREC(kEmployees, 2, std::string(20, 'X'));
-        SCRIVIREC(kMonths, 4, std::string(8, 'Y'));
+        SCRIVIREC(kTwelveMonths, 4, std::string(8, 'Y'));
         EXPECT_EQ(employees(), employees_);
         step.commit();
     }
@@ -137,12 +137,12 @@ TEST_F(Slot, AStepReadsWhatItHasWritten) {
     SlotStep step;
     SCRIVIREC(kEmployees, 2, std::string(20, 'X'));
     SCRIVIREC(kEmployees, 2, std::string(20, 'Z'));
-    SCRIVIREC(kMonths, 5, std::string(8, 'Y'));
+    SCRIVIREC(kTwelveMonths, 5, std::string(8, 'Y'));
     EXPECT_EQ(LEGGIREC(kEmployees, 2), 0);
     EXPECT_EQ(record_buffer(kEmployees), std::string(20, 'Z'));
     EXPECT_EQ(LEGGIREC(kEmployees, 1), 0);
     EXPECT_EQ(record_buffer(kEmployees), std::string(20, 'a'));
-    EXPECT_EQ(file_length(kMonths), 40);  // five records of 8
+    EXPECT_EQ(file_length(kTwelveMonths), 40);  // five records of 8
     step.commit();
     EXPECT_EQ(employees().substr(20, 20), std::string(20, 'Z'));
 }
@@ -154,7 +154,7 @@ TEST_F(Slot, AStepInsideAnotherIsPartOfIt) {
         SCRIVIREC(kEmployees, 2, std::string(20, 'X'));
         inner.commit();
     }
-    SCRIVIREC(kMonths, 4, std::string(8, 'Y'));
+    SCRIVIREC(kTwelveMonths, 4, std::string(8, 'Y'));
     EXPECT_EQ(employees(), employees_);
     outer.commit();
     EXPECT_EQ(employees(), new_employees_);
@@ -234,7 +234,7 @@ TEST_F(Slot, FinishedRecordsAreToldAndTheSlotIsGone) {
     EXPECT_EQ(records[0].file, kEmployees);
     EXPECT_EQ(records[0].record, 2);
     EXPECT_EQ(records[0].bytes, std::string(20, 'X'));
-    EXPECT_EQ(records[1].file, kMonths);
+    EXPECT_EQ(records[1].file, kTwelveMonths);
     EXPECT_FALSE(slot_exists());
 }
 
@@ -330,7 +330,7 @@ TEST_F(Slot, AStepThatTheDiskRefusesTwiceWaitsForTheNextStart) {
     open();
     plan->disk_ends_at = 130;  // beyond the slot's 124 bytes
     SlotStep step;
-    SCRIVIREC(kMonths, 17, std::string(8, 'Y'));  // ends at 136
+    SCRIVIREC(kTwelveMonths, 17, std::string(8, 'Y'));  // ends at 136
     EXPECT_THROW(step.commit(), platform::Failure);
     CHIUDI(0);
     EXPECT_EQ(archive_.read(kSlot)[8], '1');

@@ -304,6 +304,19 @@ TEST_F(CutSums, HalfOfTheContributionsForWhomTheyAreHalved) {
     EXPECT_DOUBLE_EQ(num(PB26), 75.42);  // (3729 - 220.55 - 2000) x 10 / 2 % = 75.4225
 }
 
+TEST_F(CutSums, TheHalfShareHasTheItemsThatAreTurnedOn) {
+    scrivi(PB05, 1);
+    slip.PCTCONTR[1] = 9;
+    slip.PCTCONTR[3] = 0.3;
+    slip.PCTCONTR[8] = 1;
+    scrivi(P183, 1);
+    sum_extra_month_items();
+    EXPECT_DOUBLE_EQ(num(PB26), 2.26);  // (3729 - 220.55 - 2000) x 0.3 / 2 % = 2.2627
+    scrivi(P183, 2);                    // no switch
+    sum_extra_month_items();
+    EXPECT_DOUBLE_EQ(num(PB26), 0);
+}
+
 // ---- Items that are a percentage on the base ----
 
 class PercentageItems : public Walks {
@@ -358,6 +371,22 @@ TEST_F(PercentageItems, OtherItemsStay) {
         EXPECT_DOUBLE_EQ(quantity_in(number), 1) << number;
     }
     EXPECT_DOUBLE_EQ(num(P256), 1000);
+}
+
+TEST_F(PercentageItems, StandBehindItemsThatAreNone) {
+    item(31, {{Z011, 0}, {Z017, 1}, {Z013, 1}}, {".P240", "%1", "=OG"});
+    FieldValues note = fields(1);
+    note.emplace_back(Z048, 1);
+    item(32, note, {".P240", "%1", "=OG"});
+    item(33, fields(1), {".P240", "%1.5", "=OG"});
+    item(34, fields(2), {".P240", "%1", "=OG"});
+    lines({line_of(31, 1, 1), line_of(32, 1, 1), line_of(33, 1, 1), line_of(34, 1, 1)});
+    recompute_percentage_items();
+    EXPECT_DOUBLE_EQ(quantity_in(1), 1);
+    EXPECT_DOUBLE_EQ(quantity_in(2), 1);   // a note is never worked out
+    EXPECT_DOUBLE_EQ(quantity_in(3), 30);  // 2000 x 1.5 %
+    EXPECT_DOUBLE_EQ(quantity_in(4), 20);  // 2000 x 1 %
+    EXPECT_DOUBLE_EQ(num(P256), 1010);     // 1000 + (30 - 1) - (20 - 1)
 }
 
 TEST_F(PercentageItems, TheSumQ100FollowsTheChange) {
