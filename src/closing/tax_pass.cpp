@@ -25,7 +25,6 @@ namespace ModSwCalm2 {
 
 using namespace MXREPOSITORY;
 using ModSWCALB::tax_state;
-using ModSWCALM::company_is;
 using ModSWCALM::slip;
 using MXLIBRERIA::period;
 using MXLIBRERIA::TRACCIA;

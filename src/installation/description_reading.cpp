@@ -143,7 +143,7 @@ GradeEntry read_contract(const Document& document, const YAML::Node& node) {
 }
 
 std::vector<std::string> read_formula(const Document& document, const YAML::Node& node) {
-    const std::vector<std::string> cells = document.list_of_texts(node);
+    std::vector<std::string> cells = document.list_of_texts(node);
     if (cells.size() > kFormulaCells) {
         document.fail(node, texts::kToolExpectedCells);
     }

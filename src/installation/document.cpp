@@ -200,7 +200,7 @@ int Document::whole_key(const std::string& key, const YAML::Node& key_node, int 
 }
 
 std::string Document::number(const YAML::Node& node, int decimals) const {
-    const std::string typed = utf8(node);
+    std::string typed = utf8(node);
     // A number of 15 characters with these decimals stands for the form to check against.
     const MXREPOSITORY::Descriptor form{
         .area = MXREPOSITORY::Area::DITX,

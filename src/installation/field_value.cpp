@@ -131,7 +131,7 @@ void store(const Descriptor& field, int occurrence, std::string_view value, std:
 }
 
 std::string shown(const Descriptor& field, int occurrence, const std::string& record) {
-    const std::string text =
+    std::string text =
         MXREPOSITORY::LEGGICAMPO(field, static_cast<std::int16_t>(occurrence), record);
     if (field.type == 'A') {
         return MXREPOSITORY::rifila_destra(text);

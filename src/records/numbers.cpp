@@ -120,7 +120,7 @@ double valore(std::string_view text) {
     const auto result = std::from_chars(number.data(), number.data() + number.size(), value);
     if (result.ec == std::errc::result_out_of_range) {
         // Either far too large, a failure, or so small that it is 0.
-        if (number.find_first_of("-", 1) != std::string_view::npos) {
+        if (number.find('-', 1) != std::string_view::npos) {
             return 0;
         }
         throw Failure(platform::kOverflow);

@@ -103,7 +103,7 @@ std::string upper_case(std::string text) {
 std::string only_record(double n) {
     const double length = FAIOPEN(n);
     const bool missing = LEGGIREC(n, 1) == 1;
-    const std::string record =
+    std::string record =
         missing ? std::string(static_cast<std::size_t>(length), ' ') : record_buffer(n);
     CHIUDI(n);
     return record;

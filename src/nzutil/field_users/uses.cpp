@@ -283,7 +283,7 @@ class Walk {
             return found->second[index].name;
         }
         for (const Member& member : found->second) {
-            const std::string inner = member_at(member.type, index, depth + 1);
+            std::string inner = member_at(member.type, index, depth + 1);
             if (!inner.empty()) {
                 return inner;
             }

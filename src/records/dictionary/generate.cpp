@@ -87,8 +87,11 @@ std::vector<Row> read_rows(const std::filesystem::path& file) {
             continue;
         }
         if (const std::string fault = fault_of_row(line); !fault.empty()) {
-            throw std::runtime_error(file.string() + ":" + std::to_string(number) + ": " + fault +
-                                     ": " + line);
+            std::string message = file.string();
+            for (const std::string& part : {std::to_string(number), " " + fault, " " + line}) {
+                message.append(":").append(part);
+            }
+            throw std::runtime_error(message);
         }
         rows.push_back({line.substr(0, 4), line.substr(5, kColumnsEnd - 5),
                         line.size() > kMeaningStart ? line.substr(kMeaningStart) : std::string()});
