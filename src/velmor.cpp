@@ -1,9 +1,8 @@
 // main(): the batch. No argument changes a run.
 
+#include <exception>
 #include <iostream>
-#include <new>
 #include <span>
-#include <stdexcept>
 #include <string_view>
 
 #include "context/failure_handler.h"
@@ -46,14 +45,8 @@ int run() {
         return 0;
     } catch (const platform::EndOfProgram& end) {
         return end.status;
-    } catch (const Failure& failure) {
-        return MXLIBRERIA::GESTIONEERRORE(failure);
-    } catch (const std::bad_alloc&) {
-        return MXLIBRERIA::GESTIONEERRORE(Failure(platform::kOutOfMemory));
-    } catch (const std::out_of_range&) {
-        return MXLIBRERIA::GESTIONEERRORE(Failure(platform::kSubscriptOutOfRange));
     } catch (const std::exception& other) {
-        return MXLIBRERIA::GESTIONEERRORE(Failure(platform::kInvalidCall, other.what()));
+        return MXLIBRERIA::GESTIONEERRORE(platform::failure_of(other));
     }
 }
 
@@ -67,8 +60,10 @@ int main(int argc, char** argv) {
         const int status = argc > 1 ? answer_arguments(arguments.subspan(1)) : run();
         ModSWCALM::instance_lock = {};
         return status;
-    } catch (const std::exception& failure) {
-        std::cerr << failure.what() << "\n";
+    } catch (const std::exception& other) {
+        const Failure failure = platform::failure_of(other);
+        std::cerr << texts::kFailure.utf8 << failure.number() << " " << failure.description()
+                  << "\n";
         return kFailed;
     }
 }

@@ -157,6 +157,7 @@ void calculate_entry(const SelectionEntry& entry) {
 
 void walk_selection() {
     const std::size_t total = Selection::count();
+    platform::window().begin_walk(texts::kSecondWalk.bytes(), texts::kFirstWalkPercent, 100);
     Selection selection;
     while (const std::optional<SelectionEntry> entry = selection.next()) {
         if (platform::stop_requested()) {
@@ -165,7 +166,9 @@ void walk_selection() {
         if (entry->company != company.DITTACORRENTE) {
             change_company(entry->company);
         }
+        run_course.employee_record = entry->employee_record;
         calculate_entry(*entry);
+        run_course.employee_record = 0;
         if (++run_course.finished % kEntriesBetweenSyncs == 0) {
             sync_file(kEmployees);
         }

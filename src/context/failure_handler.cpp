@@ -1,5 +1,6 @@
 #include "context/failure_handler.h"
 
+#include "context/failure_advice.h"
 #include "context/run_course.h"
 #include "context/trace.h"
 #include "platform/printer.h"
@@ -24,6 +25,7 @@ void show_failure(const platform::Failure& failure) {
     if (const std::size_t left = run_course.not_calculated(); left > 0) {
         text += texts::kNotCalculated.bytes() + std::to_string(left) + "\r\n";
     }
+    text += failure_advice(failure);
     const std::string program = texts::kSuiteTitle.bytes() + " " + texts::kProgram.bytes();
     window().box(program, text, Icon::critical);
     window().box(texts::kSuiteTitle.bytes(), texts::kRestoreTask.bytes(), Icon::information);

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "context/trace.h"
+#include "formulas/formula_cells.h"
 #include "formulas/named_access.h"
 #include "platform/failure.h"
 #include "platform/window.h"
@@ -22,10 +23,6 @@ FormulaRegisters formula_registers;
 
 namespace {
 
-constexpr int kCells = 100;
-constexpr std::size_t kCellWidth = 11;
-constexpr std::size_t kFormulaWidth = kCells * kCellWidth;
-constexpr std::string_view kLastCell = ".          ";
 constexpr std::int16_t kPostEverything = -1;
 constexpr std::size_t kItemWidth = 13;   ///< quantity, unit value and amount of the item
 constexpr std::size_t kFieldWidth = 14;  ///< registers and fields
@@ -182,18 +179,10 @@ void post_amount(std::int16_t write) {
 
 void DECFORM(std::int16_t write) {
     TRACCIA("DECFORM");
-    const std::string formula =
-        a_sinistra(ritaglia(area(Area::FOTX), static_cast<std::size_t>(Z051.offset), kFormulaWidth),
-                   kFormulaWidth);
     double accumulator = 0;
-    for (int cell = 0; cell < kCells; ++cell) {
-        const std::string_view here = std::string_view(formula).substr(
-            static_cast<std::size_t>(cell) * kCellWidth, kCellWidth);
-        if (cell > 0 && here == kLastCell) {
-            break;
-        }
-        accumulator = evaluate_cell(here, accumulator, write);
-    }
+    for_each_cell(area(Area::FOTX), [&accumulator, write](std::string_view cell) {
+        accumulator = evaluate_cell(cell, accumulator, write);
+    });
     post_amount(write);
 }
 

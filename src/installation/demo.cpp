@@ -3,13 +3,7 @@
 #include <array>
 #include <filesystem>
 
-#include "files/isam.h"
 #include "installation/description.h"
-#include "installation/field_value.h"
-#include "installation/file_layout.h"
-#include "records/dictionary/DIPX.h"
-#include "records/fields.h"
-#include "records/numbers.h"
 
 namespace nzutil {
 
@@ -35,22 +29,6 @@ Description description_with_employees(const Document& document) {
 void apply_document(Installation& installation, const char* name, const EmployeeModel& model) {
     const Document document((fs::path(demo_directory()) / name).string());
     apply(installation, description_with_employees(document), model);
-}
-
-/// An employee who is already calculated has the before-image that his calculation left.
-void keep_before_image(Installation& installation, int record) {
-    const std::string employee = installation.read(kEmployees, record).value_or("");
-    const std::string period = installation.read(kPeriod, 1).value_or("");
-    const double month = MXREPOSITORY::valore(MXREPOSITORY::ritaglia(period, 3, 2));
-    if (MXREPOSITORY::LEGGICAMPONUM(MXREPOSITORY::Q171, 0, employee) < month) {
-        return;
-    }
-    const int image = installation.record_count(kBeforeImages) + 1;
-    installation.write(kBeforeImages, image, employee);
-    // The index works on an open file.
-    static_cast<void>(installation.record_count(kBeforeImageIndex));
-    MXLIBRERIA::ISAM(kBeforeImageIndex, MXREPOSITORY::LEGGICAMPO(MXREPOSITORY::P001, 0, employee),
-                     MXLIBRERIA::kIsamInsert, image);
 }
 
 }  // namespace
@@ -84,9 +62,6 @@ Installation make_base_installation(const std::string& directory) {
 Installation make_demo_installation(const std::string& directory) {
     Installation installation = make_base_installation(directory);
     apply_document(installation, kEmployeesOfDemo, model_employee(installation));
-    for (const auto& [company, record] : installation.read_selection()) {
-        keep_before_image(installation, record);
-    }
     installation.close();
     return installation;
 }

@@ -279,7 +279,7 @@ FieldValues Document::fields_for(Purpose purpose, const YAML::Node& map, MXREPOS
         if (std::ranges::find(other_keys, key) != other_keys.end()) {
             return;
         }
-        const MXREPOSITORY::Descriptor* field = MXREPOSITORY::find_field(key);
+        const MXREPOSITORY::Descriptor* field = find_typed_field(key);
         if (field == nullptr || field->area != area) {
             fail_if_decimals(map, key_node);
             fail(key_node, texts::kToolExpectedField, {tag, key});

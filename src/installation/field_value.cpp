@@ -94,6 +94,22 @@ std::optional<Objection> digits_objection(const Descriptor& field, std::string_v
 
 }  // namespace
 
+std::string in_capitals(std::string text) {
+    std::ranges::transform(text, text.begin(), [](char c) {
+        return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+    });
+    return text;
+}
+
+const Descriptor* find_typed_field(std::string_view code) {
+    return MXREPOSITORY::find_field(in_capitals(std::string(code)));
+}
+
+std::string plain_code(std::string typed) {
+    std::erase(typed, '-');
+    return typed;
+}
+
 bool is_date(std::string_view ddmmyyyy) {
     if (ddmmyyyy.size() != kDateDigits || !all_digits(ddmmyyyy)) {
         return false;

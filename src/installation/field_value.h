@@ -10,6 +10,16 @@
 
 namespace nzutil {
 
+/// The field of a short name as a person types it, in capitals or small letters ("p240"); nullptr
+/// if there is none.
+[[nodiscard]] const MXREPOSITORY::Descriptor* find_typed_field(std::string_view code);
+
+/// Capitals of the letters a to z.
+[[nodiscard]] std::string in_capitals(std::string text);
+
+/// An employee's code as the records hold it, from "0010000005" or "001-000-0005".
+[[nodiscard]] std::string plain_code(std::string typed);
+
 /// Why a field cannot hold a typed value without losing characters.
 struct Objection {
     const texts::Text* text;

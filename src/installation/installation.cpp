@@ -124,6 +124,12 @@ std::string record_left_out(int file, std::size_t length) {
     return record;
 }
 
+void expect_directory(const std::string& directory) {
+    if (directory.empty()) {
+        throw ToolError(texts::kToolNoDirectory, {});
+    }
+}
+
 }  // namespace
 
 Installation::Installation(std::string archive_directory, std::string registry_file)
@@ -137,6 +143,7 @@ Installation::~Installation() {
 }
 
 Installation Installation::create(const std::string& directory) {
+    expect_directory(directory);
     const fs::path root(directory);
     const fs::path archive = root / "archivi";
     if (platform::files().exists((archive / "NZBASE.DAT").string())) {
@@ -168,6 +175,7 @@ Installation Installation::create(const std::string& directory) {
 }
 
 Installation Installation::open(const std::string& directory) {
+    expect_directory(directory);
     const auto has_file_table = [](const std::string& path) {
         return platform::files().exists(path + "/NZBASE.DAT");
     };

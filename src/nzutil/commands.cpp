@@ -6,7 +6,9 @@
 #include <iostream>
 #include <memory>
 
+#include "context/failure_advice.h"
 #include "installation/tool_error.h"
+#include "platform/code_page.h"
 #include "platform/failure.h"
 #include "platform/silent_window.h"
 #include "platform/window.h"
@@ -35,7 +37,7 @@ constexpr std::array kCommands{
 class ToolWindow final : public platform::SilentWindow {
   public:
     void box(const std::string&, const std::string& text, platform::Icon) override {
-        throw ToolError(texts::kToolRefused, {platform::to_utf8(text)});
+        throw ToolError(texts::kToolRefused, {platform::to_terminal(text)});
     }
 };
 
@@ -53,10 +55,26 @@ int help() {
     return 0;
 }
 
+void show_failure(const platform::Failure& failure) {
+    std::cerr << fill(texts::kToolFailure,
+                      {std::to_string(failure.number()), failure.description()})
+              << '\n';
+    if (!failure.culprit.empty()) {
+        std::cerr << texts::kFailureCulprit.utf8 << failure.culprit << '\n';
+    }
+    std::string advice = MXLIBRERIA::failure_advice(failure);
+    std::erase(advice, '\r');
+    std::cerr << platform::to_utf8(advice);
+}
+
 int run_command(const Arguments& arguments) {
     if (arguments.empty() || arguments.front() == "--help" || arguments.front() == "-h") {
         help();
         return arguments.empty() ? 1 : 0;
+    }
+    if (arguments.front() == "--version") {
+        std::cout << texts::kToolVersion.utf8 << VELMOR_VERSION << '\n';
+        return 0;
     }
     const auto command = std::ranges::find(kCommands, arguments.front(), &Command::name);
     if (command == kCommands.end()) {
@@ -81,12 +99,8 @@ int run_tool(const Arguments& arguments) {
         return run_command(arguments);
     } catch (const ToolError& error) {
         std::cerr << error.what() << '\n';
-    } catch (const platform::Failure& failure) {
-        std::cerr << fill(texts::kToolFailure,
-                          {std::to_string(failure.number()), failure.description()})
-                  << '\n';
-    } catch (const std::exception& error) {
-        std::cerr << error.what() << '\n';
+    } catch (const std::exception& other) {
+        show_failure(platform::failure_of(other));
     }
     return 1;
 }

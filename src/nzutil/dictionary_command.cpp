@@ -4,6 +4,7 @@
 #include <array>
 #include <iostream>
 
+#include "installation/field_value.h"
 #include "installation/tool_error.h"
 #include "nzutil/commands.h"
 #include "nzutil/field_users.h"
@@ -37,13 +38,6 @@ constexpr int kDateLength = 8;
 
 std::string_view tag_of(Area area) {
     return MXREPOSITORY::kAreaTags[static_cast<std::size_t>(area)];
-}
-
-std::string in_capitals(std::string name) {
-    std::ranges::transform(name, name.begin(), [](char c) {
-        return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
-    });
-    return name;
 }
 
 /// An area by its tag, with or without the '$', in any case.
@@ -191,7 +185,7 @@ int find_by_words(const Arguments& arguments) {
 
 int command_fields(const Arguments& arguments) {
     if (arguments.size() == 1) {
-        if (const Descriptor* field = MXREPOSITORY::find_field(in_capitals(arguments[0]))) {
+        if (const Descriptor* field = find_typed_field(arguments[0])) {
             show_one(*field);
             return 0;
         }

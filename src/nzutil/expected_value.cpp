@@ -47,8 +47,8 @@ std::optional<Difference> compare_value(const FieldValue& expected, const std::s
         (!expected.tolerance.empty() && is_near(MXREPOSITORY::valore(found), expected))) {
         return std::nullopt;
     }
-    return Difference{place_of(expected), with_tolerance(platform::to_utf8(wanted), expected),
-                      platform::to_utf8(found), meaning_in(expected)};
+    return Difference{place_of(expected), with_tolerance(platform::to_terminal(wanted), expected),
+                      platform::to_terminal(found), meaning_in(expected)};
 }
 
 std::optional<Difference> compare_sum(const FieldValue& expected, double sum) {

@@ -8,6 +8,7 @@
 #include "installation/installation.h"
 #include "installation/tool_error.h"
 #include "nzutil/commands.h"
+#include "nzutil/pay_slip.h"
 #include "nzutil/write_lock.h"
 #include "records/dictionary/DIPX.h"
 #include "records/dictionary/FOTX.h"
@@ -37,15 +38,24 @@ struct FieldPlace {
     int occurrence;
 };
 
+/// A record by its number; in the files of one record an employee also by the employee's code.
+int record_argument(const Installation& installation, int file, const std::string& text) {
+    const bool of_employees = file == kEmployees || file == kTwelveMonths;
+    if (of_employees && static_cast<int>(plain_code(text).size()) == kEmployeeKey) {
+        return employee_record(installation, text);
+    }
+    return whole_argument(text, 1, kLargestRecord);
+}
+
 FieldPlace field_place(const Installation& installation, const Arguments& arguments,
                        const std::string* occurrence) {
     const int file = whole_argument(arguments[1], 1, 600);
-    const int record = whole_argument(arguments[2], 1, kLargestRecord);
+    const int record = record_argument(installation, file, arguments[2]);
     const Area area = Installation::area_of(file);
     if (area == Area::unknown) {
         throw ToolError(texts::kToolNoArea, {arguments[1]});
     }
-    const Descriptor* field = MXREPOSITORY::find_field(arguments[3]);
+    const Descriptor* field = find_typed_field(arguments[3]);
     if (field == nullptr) {
         throw ToolError(texts::kToolNoField, {arguments[3]});
     }
@@ -95,7 +105,7 @@ std::vector<CardLine> card_of(Area area, const std::string& record) {
                 const std::string code(field.name());
                 card.push_back({place == 0 ? code : code + "(" + std::to_string(place) + ")",
                                 MXREPOSITORY::meaning_of(field.name()),
-                                platform::to_utf8(shown(field, place, record))});
+                                platform::to_terminal(shown(field, place, record))});
             }
         }
     }
@@ -138,8 +148,9 @@ void show_slip_lines(const Installation& installation, const std::string& record
             item ? MXREPOSITORY::LEGGICAMPO(MXREPOSITORY::Z002, 0, *item) : std::string(18, ' ');
         std::cout << "Q" << 401 + i << " voce "
                   << MXREPOSITORY::zeri_a_sinistra(std::to_string(code), 3) << ' '
-                  << platform::to_utf8(name) << "  " << MXREPOSITORY::arrotondato_testo(quantity, 2)
-                  << " x " << MXREPOSITORY::arrotondato_testo(rate, 5) << " = "
+                  << platform::to_terminal(name) << "  "
+                  << MXREPOSITORY::arrotondato_testo(quantity, 2) << " x "
+                  << MXREPOSITORY::arrotondato_testo(rate, 5) << " = "
                   << MXREPOSITORY::arrotondato_testo(quantity * rate, 2) << '\n';
     }
 }
@@ -151,7 +162,7 @@ int command_read(const Arguments& arguments) {
     const FieldPlace place =
         field_place(installation, arguments, arguments.size() > 4 ? &arguments[4] : nullptr);
     const std::string record = read_record(installation, place.file, place.record);
-    std::cout << platform::to_utf8(shown(place.field, place.occurrence, record)) << '\n';
+    std::cout << platform::to_terminal(shown(place.field, place.occurrence, record)) << '\n';
     return 0;
 }
 
@@ -183,7 +194,7 @@ int command_card(const Arguments& arguments) {
         throw ToolError(texts::kToolNoArea, {arguments[1]});
     }
     const std::string record =
-        read_record(installation, file, whole_argument(arguments[2], 1, kLargestRecord));
+        read_record(installation, file, record_argument(installation, file, arguments[2]));
     show_card(card_of(area, record));
     if (area == Area::DIPX) {
         show_slip_lines(installation, record);

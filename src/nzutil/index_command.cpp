@@ -3,6 +3,7 @@
 #include <iostream>
 
 #include "files/isam.h"
+#include "installation/field_value.h"
 #include "installation/tool_error.h"
 #include "nzutil/commands.h"
 #include "nzutil/index_check.h"
@@ -12,8 +13,11 @@ namespace nzutil {
 namespace {
 
 int search(const Installation& installation, int file, const std::string& typed) {
-    const std::string key = platform::from_utf8(typed);
     const int length = index_key_length(installation, file);
+    std::string key = platform::from_utf8(typed);
+    if (static_cast<int>(key.size()) != length) {
+        key = plain_code(key);
+    }
     if (static_cast<int>(key.size()) != length) {
         throw ToolError(texts::kToolKeyLength, {std::to_string(file), std::to_string(length)});
     }
@@ -36,7 +40,7 @@ int list(const Installation& installation, int file) {
         }
         key = MXLIBRERIA::isam_state.last_key;
         std::cout << fill(texts::kToolKeyFound,
-                          {platform::to_utf8(key), std::to_string(static_cast<int>(record))})
+                          {platform::to_terminal(key), std::to_string(static_cast<int>(record))})
                   << '\n';
     }
 }

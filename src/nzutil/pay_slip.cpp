@@ -7,8 +7,10 @@
 #include <string_view>
 
 #include "context/period.h"
+#include "installation/field_value.h"
 #include "installation/file_layout.h"
 #include "installation/tool_error.h"
+#include "platform/code_page.h"
 #include "records/dictionary/DIPX.h"
 #include "records/dictionary/DITX.h"
 #include "records/dictionary/FOTX.h"
@@ -277,6 +279,9 @@ void load(const Installation& installation, int employee) {
     }
     area(Area::DITX) = *company;
     period.set(installation.read(kPeriod, 1).value_or(""));
+    if (!is_date(period.date())) {
+        throw ToolError(texts::kToolNoPeriod, {platform::to_terminal(period.date())});
+    }
 }
 
 }  // namespace
@@ -293,8 +298,7 @@ std::vector<std::string> pay_slip_lines(const Installation& installation, int em
 }
 
 int employee_record(const Installation& installation, const std::string& code) {
-    std::string plain = code;
-    std::erase(plain, '-');
+    const std::string plain = plain_code(code);
     for (int record = 1; record <= installation.record_count(kEmployees); ++record) {
         if (LEGGICAMPO(P001, 0, installation.read(kEmployees, record).value_or(" ")) == plain) {
             return record;

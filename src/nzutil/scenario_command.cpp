@@ -88,7 +88,7 @@ void show_slip(const Request& request, int number, const ScenarioRun& run,
               << '\n';
     const int employee = employee_record(installation, request.shown_employee);
     for (const std::string& line : pay_slip_lines(installation, employee)) {
-        std::cout << platform::to_utf8(line) << '\n';
+        std::cout << platform::to_terminal(line) << '\n';
     }
 }
 

@@ -26,7 +26,7 @@ int command_slip(const Arguments& arguments) {
     const std::vector<std::string> lines = pay_slip_lines(installation, employee);
     if (!pdf) {
         for (const std::string& line : lines) {
-            std::cout << platform::to_utf8(line) << '\n';
+            std::cout << platform::to_terminal(line) << '\n';
         }
         return 0;
     }

@@ -326,7 +326,7 @@ OpenedEmployee open_year_of(const std::string& employee, const std::string& comp
     area(Area::FISX) = fixed;
     OpenedEmployee opened;
     opened.code = shown_code();
-    opened.name = platform::to_utf8(rifilato(P002) + " " + rifilato(P003));
+    opened.name = platform::to_terminal(rifilato(P002) + " " + rifilato(P003));
     opened.left = left_before(year);
     carry_income();
     carry_surtaxes(opened.left);

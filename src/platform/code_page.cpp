@@ -98,6 +98,20 @@ std::string to_utf8(std::string_view bytes_1252) {
     return out;
 }
 
+std::string to_terminal(std::string_view bytes_1252) {
+    constexpr std::uint32_t kFirstPrintable = 0x20;
+    constexpr std::uint32_t kDelete = 0x7F;
+    std::string out;
+    out.reserve(bytes_1252.size());
+    for (const char byte : bytes_1252) {
+        const std::uint32_t character = character_of(static_cast<unsigned char>(byte));
+        const bool control =
+            character < kFirstPrintable || (character >= kDelete && character < kFirstLatin);
+        append_utf8(out, control ? '?' : character);
+    }
+    return out;
+}
+
 std::string from_utf8(std::string_view utf8) {
     std::string out;
     out.reserve(utf8.size());

@@ -12,6 +12,10 @@ namespace platform {
 /// Bytes of code page 1252 to UTF-8.
 [[nodiscard]] std::string to_utf8(std::string_view bytes_1252);
 
+/// The same for a terminal: a control character, which a terminal would obey, becomes '?'. A line
+/// end is one too.
+[[nodiscard]] std::string to_terminal(std::string_view bytes_1252);
+
 /// UTF-8 to bytes of code page 1252. A character that the code page lacks becomes '?'.
 [[nodiscard]] std::string from_utf8(std::string_view utf8);
 

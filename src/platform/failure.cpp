@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <filesystem>
+#include <new>
 #include <string_view>
 
 namespace platform {
@@ -43,6 +45,22 @@ std::string describe(int number) {
                                      [number](const Description& d) { return d.number == number; });
     return std::string(found == kDescriptions.end() ? "Application-defined or object-defined error"
                                                     : found->text);
+}
+
+Failure failure_of(const std::exception& other) {
+    if (const auto* failure = dynamic_cast<const Failure*>(&other)) {
+        return *failure;
+    }
+    if (const auto* refusal = dynamic_cast<const std::filesystem::filesystem_error*>(&other)) {
+        Failure failure(kPathFileAccess);
+        failure.culprit = refusal->path1().string();
+        return failure;
+    }
+    if (dynamic_cast<const std::bad_alloc*>(&other) != nullptr) {
+        return Failure(kOutOfMemory);
+    }
+    const bool outside = dynamic_cast<const std::out_of_range*>(&other) != nullptr;
+    return Failure(outside ? kSubscriptOutOfRange : kInvalidCall);
 }
 
 }  // namespace platform

@@ -50,10 +50,16 @@ class Failure : public std::runtime_error {
     /// The file or record that the failure is about, for the operator; else empty. The description
     /// stays the usual text.
     std::string culprit;
+    /// What the operator is to do (code page 1252); else empty, and the number decides.
+    std::string advice;
 
   private:
     int number_;
 };
+
+/// Any exception as a failure: a file system's own is 75 with its path, a lack of memory 7, an
+/// index outside its table 9, all else 5. Texts of the C++ library stay behind.
+[[nodiscard]] Failure failure_of(const std::exception& other);
 
 /// The program ends: files close, locks go, and main() returns `status`.
 /// 0 end through FINEPROG or nothing to do, 1 failure handler, 2 configuration, 3 other instance.

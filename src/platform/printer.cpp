@@ -175,6 +175,7 @@ class PdfPrinter final : public Printer {
     void begin(const std::string& /*font*/, int size) override {
         lines_.clear();
         channel_.reset();
+        place_.clear();
         size_ = std::max(1, size);
     }
 
@@ -205,11 +206,14 @@ class PdfPrinter final : public Printer {
             fail(path_);
         }
         lines_.clear();
+        place_ = path_;
         const char* name = std::getenv("VELMOR_STAMPANTE");
         if (name != nullptr && *name != '\0') {
             send_to_printer(name, path_);
         }
     }
+
+    [[nodiscard]] std::string place() const override { return place_; }
 
   private:
     void open_file() {
@@ -227,6 +231,7 @@ class PdfPrinter final : public Printer {
     int size_ = 9;
     std::vector<std::string> lines_;
     std::string path_;
+    std::string place_;
     std::unique_ptr<Channel> channel_;
 };
 PdfPrinter pdf_printer;

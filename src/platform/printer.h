@@ -25,6 +25,8 @@ class Printer {
     virtual void line(const std::string& text) = 0;
     /// Ends the document: it stands on disk, and goes to the printer. Failure 482 as above.
     virtual void end() = 0;
+    /// Where the document of the last end() went: a path in UTF-8; empty if it went nowhere.
+    [[nodiscard]] virtual std::string place() const { return {}; }
 };
 
 [[nodiscard]] Printer& printer();

@@ -46,6 +46,18 @@ std::string on_one_line(std::string line) {
     return line;
 }
 
+/// The text of a box for the terminal, which obeys nothing in it but its line ends.
+std::string box_text(const std::string& text) {
+    const std::string lines = with_line_ends(text);
+    std::string out;
+    for (std::size_t start = 0; start <= lines.size();) {
+        const std::size_t end = std::min(lines.find('\n', start), lines.size());
+        out += (start == 0 ? "" : "\n") + to_terminal(lines.substr(start, end - start));
+        start = end + 1;
+    }
+    return out;
+}
+
 /// `si` or `no` (also `sì`, `s`, `n`) in any case; nothing for any other text.
 std::optional<bool> answer_of(std::string_view text) {
     std::string word;
@@ -163,7 +175,7 @@ class TerminalWindow final : public Window {
     void clear_list() override { lines_ = 0; }
     void add_line(const std::string& line) override {
         clear_progress();
-        print(to_utf8(on_one_line(line)) + "\n");
+        print(to_terminal(on_one_line(line)) + "\n");
         ++lines_;
     }
     [[nodiscard]] std::size_t line_count() const override { return lines_; }
@@ -188,19 +200,25 @@ class TerminalWindow final : public Window {
 
     void remark(const std::string& text) override {
         clear_progress();
-        std::cerr << to_utf8(text) << std::endl;
+        std::cerr << to_terminal(text) << std::endl;
     }
     [[nodiscard]] bool output_failed() const override { return output_failed_; }
 
+    void begin_walk(const std::string& label, int from, int to) override {
+        walk_ = {to_terminal(label) + " ", static_cast<std::size_t>(from),
+                 static_cast<std::size_t>(to)};
+    }
+
     /// On a terminal one line that changes in place; elsewhere a line at each new percent.
     void progress(std::size_t done, std::size_t total) override {
-        const std::size_t percent = total == 0 ? 100 : done * 100 / total;
+        const std::size_t percent =
+            total == 0 ? walk_.to : walk_.from + done * (walk_.to - walk_.from) / total;
         if (!progress_in_place_ && percent == shown_percent_ && done != 0) {
             return;
         }
         shown_percent_ = percent;
         clear_progress();
-        std::cerr << terminal_texts::kProgress << done << '/' << total << " (" << percent << "%)";
+        std::cerr << walk_.label << done << '/' << total << " (" << percent << "%)";
         if (progress_in_place_) {
             std::cerr << std::flush;
             progress_stands_ = true;
@@ -220,7 +238,7 @@ class TerminalWindow final : public Window {
   private:
     void show(const std::string& title, const std::string& text) {
         clear_progress();
-        print("[" + to_utf8(title) + "] " + to_utf8(with_line_ends(text)) + "\n");
+        print("[" + to_terminal(title) + "] " + box_text(text) + "\n");
     }
 
     /// The wages come first: an output that refuses a line is told, and the run goes on.
@@ -256,10 +274,18 @@ class TerminalWindow final : public Window {
         }
     }
 
+    /// The walk under way, and its part of the whole run in percent.
+    struct Walk {
+        std::string label{terminal_texts::kProgress};
+        std::size_t from = 0;
+        std::size_t to = 100;
+    };
+
     bool operator_present_;
     bool progress_in_place_;
     bool progress_stands_ = false;
     std::size_t shown_percent_ = 0;
+    Walk walk_;
     std::string caption_;
     std::map<std::pair<Control, int>, std::string> texts_;
     std::size_t lines_ = 0;

@@ -63,6 +63,9 @@ class Window {
     /// True if a line or a box could not be shown: the operator has not seen all of the run.
     [[nodiscard]] virtual bool output_failed() const { return false; }
 
+    /// A walk begins: its name (bytes of code page 1252), and the part of the whole run, in
+    /// percent, that its progress covers.
+    virtual void begin_walk(const std::string& /*label*/, int /*from*/, int /*to*/) {}
     /// Progress of a walk: entries done of those the selection has.
     virtual void progress(std::size_t done, std::size_t total) = 0;
 

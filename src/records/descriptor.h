@@ -124,6 +124,9 @@ consteval Descriptor cut(std::string_view text) {
 /// All fields of an area in the order of its data file; empty for the areas without data here.
 [[nodiscard]] std::span<const Descriptor> fields_of(Area area);
 
+/// Those of them that the calculation names; the meanings of the data file tell which.
+[[nodiscard]] std::span<const Descriptor> used_fields_of(Area area);
+
 /// The field of a short name ("P017"), or nullptr.
 [[nodiscard]] const Descriptor* find_field(std::string_view code);
 

@@ -78,6 +78,7 @@ void load_employee(double employee) {
         throw failure;
     }
     area(Area::DIPX) = record_buffer(kEmployees);
+    run_course.employee_record = employee;
 }
 
 /// An agency worker who left in an earlier month is paid no more (P054 = 2). The leaving date goes
@@ -298,6 +299,7 @@ void first_walk() {
     const std::size_t total = Selection::count();
     run_course = {};
     run_course.calculated_before.resize(total);
+    platform::window().begin_walk(texts::kFirstWalk.bytes(), 0, texts::kFirstWalkPercent);
     std::size_t done = 0;
     double last_company = kNone;
     Selection selection;
@@ -306,6 +308,7 @@ void first_walk() {
             throw platform::StopRequested();
         }
         walk_entry(*entry, done, last_company);
+        run_course.employee_record = 0;
         platform::window().progress(++done, total);
     }
     sync_recovery_slot();

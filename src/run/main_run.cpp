@@ -26,6 +26,7 @@
 #include "run/form.h"
 #include "run/killed_run.h"
 #include "run/load_environment.h"
+#include "run/table_checks.h"
 #include "run_end/end_of_run.h"
 #include "severance/pension_funds.h"
 #include "slip/slip.h"
@@ -216,6 +217,7 @@ void MAIN() {
     finish_killed_run();
     open_files();
     read_yearly_tables();
+    check_tables();
     prepare_by_period();
     ModSwCalm2::INIZIALIZZAFP();
     open_archives();

@@ -6,6 +6,7 @@
 
 #include "context/failure_handler.h"
 #include "context/messages.h"
+#include "platform/code_page.h"
 #include "platform/printer.h"
 #include "platform/window.h"
 #include "slip/slip.h"
@@ -83,6 +84,10 @@ void print_document(const std::function<void()>& lines) {
     con_stampante([] { platform::printer().begin("Courier New", kFontSize); });
     lines();
     con_stampante([] { platform::printer().end(); });
+    const std::string place = platform::printer().place();
+    if (!place.empty()) {
+        window().remark(texts::kListPrinted.bytes() + platform::from_utf8(place) + ".");
+    }
 }
 
 }  // namespace ModSWCALM

@@ -14,7 +14,8 @@ void offer_control_lists();
 /// closes it.
 void offer_treasury_list();
 
-/// A printed document: opens it, prints `lines` (through stampa_riga), closes it.
+/// A printed document: opens it, prints `lines` (through stampa_riga), closes it, and tells the
+/// operator where it went.
 void print_document(const std::function<void()>& lines);
 
 }  // namespace ModSWCALM

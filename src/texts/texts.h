@@ -89,6 +89,81 @@ inline constexpr Text kProgramFile{Kind::label, "velmor"};
 inline constexpr Text kFailure{Kind::failure, "Errore "};
 /// The file or record concerned follows.
 inline constexpr Text kFailureCulprit{Kind::failure, "Archivio o record: "};
+// What to do about a failure: it ends the failure's message.
+inline constexpr Text kAdvice{Kind::failure, "Che cosa fare: "};
+/// Code and name follow.
+inline constexpr Text kAdviceEmployee{Kind::failure, "Dipendente in elaborazione: "};
+/// Directory, file and record follow.
+inline constexpr Text kAdviceShowEmployee{Kind::failure,
+                                          "Il suo record si vede con: nzutil scheda "};
+inline constexpr Text kAdviceFigures{Kind::failure,
+                                     "correggere il dato indicato (nzutil scheda lo mostra, nzutil "
+                                     "scrivi lo cambia), poi rilanciare."};
+inline constexpr Text kAdviceMemory{Kind::failure, "chiudere altri programmi, poi rilanciare."};
+inline constexpr Text kAdviceFileTable{
+    Kind::failure,
+    "controllare nome e lunghezza di record dell'archivio in NZBASE.DAT, poi rilanciare."};
+inline constexpr Text kAdviceMissingFile{
+    Kind::failure, "rimettere il file che manca da una copia degli archivi, poi rilanciare."};
+inline constexpr Text kAdviceDevice{Kind::failure,
+                                    "controllare il disco o la rete, poi rilanciare."};
+inline constexpr Text kAdviceDiskFull{
+    Kind::failure, "liberare spazio sul disco, poi rilanciare con la stessa selezione."};
+inline constexpr Text kAdviceCutShort{
+    Kind::failure,
+    "il file è vuoto o tronco: rimetterlo da una copia degli archivi, poi rilanciare."};
+inline constexpr Text kAdviceMissingRecord{
+    Kind::failure,
+    "il record non c'è: ripetere la selezione dal menu, o rimettere l'archivio da una "
+    "copia, poi rilanciare."};
+inline constexpr Text kAdviceRights{
+    Kind::failure,
+    "controllare i diritti su file e directory, e che nessun altro programma li tenga "
+    "aperti, poi rilanciare."};
+
+// Tables that no slip can do without; what to do follows "Che cosa fare: ".
+inline constexpr Text kCheckEmpty{
+    Kind::failure, "l'archivio è vuoto: rimetterlo da una copia degli archivi, poi rilanciare."};
+inline constexpr Text kCheckPartialRecord{
+    Kind::failure,
+    "la lunghezza del file non è un multiplo del record: rimetterlo da una copia degli "
+    "archivi, poi rilanciare."};
+inline constexpr Text kCheckShortDictionaryRecord{
+    Kind::failure,
+    "i record di un dizionario hanno almeno 72 caratteri: correggere NZBASE.DAT, poi rilanciare."};
+/// The field stands between the two pieces, the item after them.
+inline constexpr Text kCheckDictionaryLacks{Kind::failure, "nel dizionario manca il campo "};
+inline constexpr Text kCheckDictionaryLacksRest{
+    Kind::failure,
+    ", che una formula usa: rimetterlo da una copia degli archivi, poi rilanciare. "
+    "Voce "};
+/// The field stands between the two pieces.
+inline constexpr Text kCheckNoNumber{Kind::failure, "nel campo "};
+inline constexpr Text kCheckNoNumberRest{
+    Kind::failure, " non c'è un numero: correggerlo con nzutil scrivi, poi rilanciare."};
+inline constexpr Text kCheckBracketNoNumber{
+    Kind::failure,
+    "limite (posizioni 1-9) o aliquota (10-12) dello scaglione non sono numeri: "
+    "correggere la tabella degli scaglioni, poi rilanciare."};
+inline constexpr Text kCheckNoClosingBracket{
+    Kind::failure,
+    "nessuno scaglione chiude la tabella con il limite 999999.99: correggere la "
+    "tabella degli scaglioni, poi rilanciare."};
+inline constexpr Text kCheckPeriodShort{
+    Kind::failure,
+    "il periodo è tronco: sceglierlo di nuovo dal menu, o con nzutil periodo, poi "
+    "rilanciare."};
+inline constexpr Text kCheckPeriodDate{
+    Kind::failure,
+    "la data del periodo non è nel calendario: sceglierlo di nuovo dal menu, o con "
+    "nzutil periodo, poi rilanciare."};
+inline constexpr Text kCheckSelectionShort{
+    Kind::failure, "la selezione è tronca: ripeterla dal menu, poi rilanciare."};
+inline constexpr Text kCheckSelectionNoNumber{
+    Kind::failure,
+    "la selezione ha un dipendente o una ditta che non è un numero: ripeterla dal "
+    "menu, poi rilanciare."};
+
 inline constexpr Text kInterrupted{Kind::failure, "Elaborazione interrotta su richiesta."};
 /// The number of employees follows.
 inline constexpr Text kNotCalculated{Kind::failure, "Dipendenti non elaborati: "};
@@ -169,6 +244,12 @@ inline constexpr Text kFinishedStep{
 inline constexpr Text kFinishedFile{Kind::line, "Archivio "};
 inline constexpr Text kFinishedRecord{Kind::line, " record "};
 
+// The walks, as the progress names them
+inline constexpr Text kFirstWalk{Kind::label, "Preparazione dei dipendenti"};
+inline constexpr Text kSecondWalk{Kind::label, "Calcolo dei cedolini"};
+/// The part of the run that the first walk takes, in percent.
+inline constexpr int kFirstWalkPercent = 20;
+
 // First walk
 inline constexpr Text kMissingCompany{Kind::box, "MANCA DITTA "};
 
@@ -203,6 +284,8 @@ inline constexpr Text kContractNotFound{Kind::box, " CODICE CONTRATTO NON TROVAT
 inline constexpr Text kOverCeiling{Kind::line, " HA SUPERATO IL MASSIMALE DI E."};
 
 // Control lists
+/// The path of the printed list follows.
+inline constexpr Text kListPrinted{Kind::line, "Lista stampata in "};
 inline constexpr Text kBonusListQuestion{
     Kind::question,
     "Attenzione viene generata una lista dipendenti che in fase di conguaglio o cessazione devono "

@@ -11,6 +11,7 @@ inline constexpr Text kToolCannotWrite{Kind::tool, "Impossibile scrivere {}."};
 inline constexpr Text kToolCannotRead{Kind::tool, "Impossibile leggere {}."};
 inline constexpr Text kToolInstallationExists{
     Kind::tool, "In {} esiste già un'installazione: indicare una directory nuova."};
+inline constexpr Text kToolNoDirectory{Kind::tool, "Manca il nome della directory: è vuoto."};
 inline constexpr Text kToolNoInstallation{
     Kind::tool, "In {} non c'è un'installazione: manca NZBASE.DAT o registro.ini."};
 inline constexpr Text kToolFileNumber{
@@ -37,11 +38,14 @@ inline constexpr Text kToolNoDemoData{
 inline constexpr Text kToolWhole{Kind::tool, "{} non è un numero intero da {} a {}."};
 inline constexpr Text kToolUnknownCommand{
     Kind::tool, "Comando sconosciuto: {}. L'elenco dei comandi: nzutil --help"};
+/// The version follows.
+inline constexpr Text kToolVersion{Kind::tool, "nzutil "};
 inline constexpr Text kToolUsage{Kind::tool, "Uso: nzutil {}"};
 inline constexpr Text kToolFailure{Kind::tool, "Errore {}: {}."};
 inline constexpr Text kToolRefused{Kind::tool, "Operazione rifiutata: {}"};
 inline constexpr Text kToolHelp{Kind::tool,
-                                "nzutil: strumento di assistenza per gli archivi paghe\n\nUso:\n"};
+                                "nzutil: strumento di assistenza per gli archivi paghe\n\nUso:\n"
+                                "  nzutil --help, nzutil --version\n"};
 inline constexpr Text kToolUsageDemo{Kind::tool, "demo DIR"};
 inline constexpr Text kToolHelpDemo{Kind::tool,
                                     "crea un'installazione dimostrativa nella directory DIR"};
@@ -246,6 +250,8 @@ inline constexpr Text kToolUsageSlip{Kind::tool, "cedolino DIR CODICE [--pdf FIL
 inline constexpr Text kToolHelpSlip{Kind::tool, "mostra il cedolino calcolato di un dipendente"};
 inline constexpr Text kToolNoEmployee{Kind::tool, "Il dipendente {} non esiste."};
 inline constexpr Text kToolNoCompany{Kind::tool, "La ditta {} non esiste."};
+inline constexpr Text kToolNoPeriod{
+    Kind::tool, "Il periodo degli archivi non è una data (\"{}\"): scriverlo con nzutil periodo."};
 inline constexpr Text kToolPdfMade{Kind::tool, "Cedolino scritto in {}."};
 
 // campi, scheda

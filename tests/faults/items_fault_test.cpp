@@ -157,11 +157,11 @@ TEST_F(ItemFaults, ADamagedDictionaryRecordIsToldAndReadsAsNothing) {
         << result.output;
 }
 
-TEST_F(ItemFaults, AnEmptyBracketFileHasNoClosingBracket) {
+TEST_F(ItemFaults, AnEmptyBracketFileStopsTheRun) {
     write(installation().path(kTaxBrackets), "");
     const ProcessResult result = run();
     EXPECT_EQ(result.status, 1) << result.output;
-    EXPECT_NE(result.output.find("Errore 9 Subscript out of range"), std::string::npos)
+    EXPECT_NE(result.output.find("Errore 62 Input past end of file"), std::string::npos)
         << result.output;
 }
 

@@ -150,6 +150,56 @@ TEST_F(RunFaults, EmptySelectionFileIsNothingToDo) {
     EXPECT_EQ(bytes(path(kEmployees)), employees);
 }
 
+// ---- Tables that no slip can do without ----
+
+/// Bytes written at a 0-based position of a file, or the length that is left of it.
+struct Damage {
+    int file;
+    std::size_t position;
+    std::string bytes;  ///< empty: the file ends at the position
+    std::string in_message;
+};
+
+TEST_F(RunFaults, ADamagedTableEndsTheRunBeforeAnythingIsWritten) {
+    const std::vector<Damage> damages{
+        {401, 0, "", "Archivio o record: 401-1 VOCI.DAT"},
+        {401, 1501, "", "Archivio o record: 401-2 VOCI.DAT"},
+        {11, 0, "", "Archivio o record: 11-1 CAMPIP.DAT"},
+        {33, 100, "", "Archivio o record: 33-2 CAMPIQ.DAT"},
+        {9, 80, "", "nel dizionario manca il campo F"},
+        {13, 0, "", "Archivio o record: 13-1 CAMPIT.DAT"},
+        {19, 302, "A", "nel campo F021 non c'è un numero"},
+        {8, 0, "1X", "nel campo S003 non c'è un numero"},
+        {18, 9, "2O0", "Archivio o record: 18-1 SCAGLIRP.DAT"},
+        {18, 80, "", "nessuno scaglione chiude la tabella"},
+        {276, 80, "", "nessuno scaglione chiude la tabella"},
+        {6, 9, "", "il periodo è tronco"},
+        {6, 2, "13", "la data del periodo non è nel calendario"},
+        {6, 0, "00", "la data del periodo non è nel calendario"},
+        {5, 10, "", "la selezione è tronca"},
+        {5, 7, "O", "la selezione ha un dipendente"},
+    };
+    for (const Damage& damage : damages) {
+        SCOPED_TRACE(damage.in_message);
+        const std::string file = path(damage.file);
+        installation().close();
+        const std::string sound = bytes(file);
+        std::string content = sound.substr(0, damage.position) + damage.bytes;
+        if (!damage.bytes.empty()) {
+            content += sound.substr(content.size());
+        }
+        write(file, content);
+        const auto before = snapshot();
+        const ProcessResult result = run();
+        EXPECT_EQ(result.status, 1) << result.output << result.errors;
+        EXPECT_NE(result.output.find(damage.in_message), std::string::npos) << result.output;
+        EXPECT_NE(result.output.find("Che cosa fare: "), std::string::npos) << result.output;
+        EXPECT_EQ(snapshot(), before);
+        write(file, sound);
+    }
+    EXPECT_EQ(run().status, 0);
+}
+
 // ---- Selection ----
 
 TEST_F(RunFaults, SelectionOfACompanyThatDoesNotExist) {

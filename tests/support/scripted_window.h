@@ -48,6 +48,8 @@ class ScriptedWindow : public platform::Window {
 
     std::vector<Box> boxes;
     std::vector<std::string> lines;
+    std::vector<std::string> remarks;
+    std::vector<std::string> walks;
     std::string caption;
     std::map<std::pair<platform::Control, int>, std::string> texts;
     std::map<std::pair<platform::Control, int>, bool> visible;
@@ -84,6 +86,10 @@ class ScriptedWindow : public platform::Window {
         const bool yes = answers_.front();
         answers_.pop_front();
         return yes;
+    }
+    void remark(const std::string& text) override { remarks.push_back(text); }
+    void begin_walk(const std::string& label, int from, int to) override {
+        walks.push_back(label + " " + std::to_string(from) + "-" + std::to_string(to));
     }
     void progress(std::size_t done, std::size_t total) override { last_progress = {done, total}; }
     void show_modal() override { ++modal_shows; }

@@ -112,6 +112,16 @@ void write_header(const std::filesystem::path& directory, const std::string& are
     out << "\n}  // namespace MXREPOSITORY\n";
 }
 
+/// A function that returns the table of an area; the tables' names begin with `prefix`.
+void write_choice(std::ostream& out, const std::string& function, const std::string& prefix,
+                  const std::vector<std::string>& areas) {
+    out << "std::span<const Descriptor> " << function << "(Area area) {\n    switch (area) {\n";
+    for (const std::string& area : areas) {
+        out << "        case Area::" << area << ": return " << prefix << area << ";\n";
+    }
+    out << "        default: return {};\n    }\n}\n\n";
+}
+
 void write_tables(const std::filesystem::path& directory, const std::vector<std::string>& areas,
                   const std::vector<std::vector<Row>>& rows) {
     std::ofstream out(directory / "tables.cpp");
@@ -129,12 +139,17 @@ void write_tables(const std::filesystem::path& directory, const std::vector<std:
         }
         out << "};\n";
     }
-    out << "\n}  // namespace\n\nstd::span<const Descriptor> fields_of(Area area) {\n"
-        << "    switch (area) {\n";
-    for (const std::string& area : areas) {
-        out << "        case Area::" << area << ": return k" << area << ";\n";
+    for (std::size_t i = 0; i < areas.size(); ++i) {
+        out << "constexpr auto kUsed" << areas[i] << " = std::to_array<Descriptor>({";
+        for (const Row& row : rows[i]) {
+            out << (row.meaning.empty() ? "" : row.code + ",\n");
+        }
+        out << "});\n";
     }
-    out << "        default: return {};\n    }\n}\n\n}  // namespace MXREPOSITORY\n";
+    out << "\n}  // namespace\n\n";
+    write_choice(out, "fields_of", "k", areas);
+    write_choice(out, "used_fields_of", "kUsed", areas);
+    out << "}  // namespace MXREPOSITORY\n";
 }
 
 /// The bytes of a text between the quotes of a literal, all but plain ASCII in octal.

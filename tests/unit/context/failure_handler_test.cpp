@@ -2,11 +2,17 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <new>
 #include <vector>
 
+#include "context/environment.h"
+#include "context/failure_advice.h"
 #include "context/run_course.h"
 #include "context/trace.h"
 #include "platform/printer.h"
+#include "records/dictionary/DIPX.h"
+#include "records/fields.h"
 #include "tests/support/scripted_window.h"
 #include "texts/texts.h"
 
@@ -68,7 +74,9 @@ TEST_F(Failures, NumberDescriptionAndTraceThenRestoreOfTheTask) {
     EXPECT_EQ(window.boxes[0].icon, platform::Icon::critical);
     EXPECT_EQ(window.boxes[0].text,
               "Errore 11 Division by zero\r\nPROC2\r\nPROC3\r\nPROC4\r\nPROC5\r\nPROC6\r\nPROC7\r\n"
-              "PROC8\r\nPROC9\r\nPROC10\r\nPROC11\r\n");
+              "PROC8\r\nPROC9\r\nPROC10\r\nPROC11\r\n"
+              "Che cosa fare: correggere il dato indicato (nzutil scheda lo mostra, nzutil scrivi "
+              "lo cambia), poi rilanciare.\r\n");
     EXPECT_EQ(window.boxes[1].title, "Solmarel");
     EXPECT_EQ(window.boxes[1].icon, platform::Icon::information);
     EXPECT_EQ(window.boxes[1].text,
@@ -98,7 +106,55 @@ TEST_F(Failures, FileConcernedIsNamedAfterTheTrace) {
     window.expect_box("Errore 53 File not found\r\n");
     window.expect_box(std::string(texts::kRestoreTask.utf8));
     GESTIONEERRORE(failure);
-    EXPECT_TRUE(window.boxes[0].text.ends_with("/archivi/NZBASE.DAT\r\n"));
+    EXPECT_NE(window.boxes[0].text.find("Archivio o record: /archivi/NZBASE.DAT\r\n"),
+              std::string::npos);
+    EXPECT_TRUE(window.boxes[0].text.ends_with(
+        "\r\nChe cosa fare: rimettere il file che manca da una copia degli archivi, poi "
+        "rilanciare.\r\n"));
+}
+
+TEST_F(Failures, EveryNumberEndsWithWhatToDo) {
+    for (int number = 1; number <= 500; ++number) {
+        const std::string advice = failure_advice(Failure(number));
+        EXPECT_TRUE(advice.starts_with("Che cosa fare: ")) << number;
+        EXPECT_TRUE(advice.ends_with("poi rilanciare.\r\n") ||
+                    advice.ends_with("con la stessa selezione.\r\n"))
+            << number << advice;
+    }
+}
+
+TEST_F(Failures, TheEmployeeUnderCalculationIsNamedWithTheCommandThatShowsHim) {
+    MXREPOSITORY::area(MXREPOSITORY::Area::DIPX).assign(16600, ' ');
+    MXREPOSITORY::scrivi(MXREPOSITORY::P001, "0010000005");
+    MXREPOSITORY::scrivi(MXREPOSITORY::P002, "MARTINI");
+    MXREPOSITORY::scrivi(MXREPOSITORY::P003, "ELENA");
+    environment.archive_directory = "/srv/paghe";
+    run_course.employee_record = 5;
+    Failure failure(platform::kDivisionByZero);
+    failure.advice = "fare questo.";
+    EXPECT_EQ(failure_advice(failure),
+              "Dipendente in elaborazione: 001-000-0005 - MARTINI ELENA\r\n"
+              "Il suo record si vede con: nzutil scheda /srv/paghe 2 5\r\n"
+              "Che cosa fare: fare questo.\r\n");
+    MXREPOSITORY::clear_areas();
+    environment = {};
+}
+
+/// A text of the C++ library, as one of its exceptions carries it.
+TEST_F(Failures, TextsOfTheLibraryStayBehind) {
+    const Failure other = platform::failure_of(std::runtime_error("basic_string::_M_create"));
+    EXPECT_EQ(other.number(), platform::kInvalidCall);
+    EXPECT_EQ(other.description(), "Invalid procedure call or argument");
+    EXPECT_EQ(platform::failure_of(std::out_of_range("array::at")).description(),
+              "Subscript out of range");
+    EXPECT_EQ(platform::failure_of(std::bad_alloc()).number(), platform::kOutOfMemory);
+    const Failure refused = platform::failure_of(std::filesystem::filesystem_error(
+        "cannot copy", "/srv/paghe", std::make_error_code(std::errc::permission_denied)));
+    EXPECT_EQ(refused.number(), platform::kPathFileAccess);
+    EXPECT_EQ(refused.culprit, "/srv/paghe");
+    Failure own(platform::kDiskFull);
+    own.advice = "x";
+    EXPECT_EQ(platform::failure_of(own).advice, "x");
 }
 
 TEST_F(Failures, FailureInsideTheHandlerEndsTheProcess) {

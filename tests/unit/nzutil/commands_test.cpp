@@ -6,6 +6,7 @@
 #include <fstream>
 #include <iterator>
 
+#include "records/dictionary/DIPX.h"
 #include "tests/support/temp_directory.h"
 
 namespace {
@@ -208,6 +209,80 @@ TEST_F(CommandsTest, ImpossiblePeriodIsRefused) {
     refused({"periodo", demo, "29022023", "4"}, "PERIODO.DAT");
     refused({"periodo", demo, "31052024", "x"}, "PERIODO.DAT");
     refused({"scrivi", demo, "2", "1", "P013", "31022020"});
+}
+
+TEST_F(CommandsTest, SlipOfAPeriodThatIsNoDateIsRefused) {
+    std::fstream period(demo + "/archivi/PERIODO.DAT",
+                        std::ios::binary | std::ios::in | std::ios::out);
+    period << "31992024";
+    period.close();
+    refused({"cedolino", demo, "0010000001"});
+    EXPECT_EQ(run({"cedolino", demo, "0010000001"}).errors,
+              "Il periodo degli archivi non è una data (\"31992024\"): scriverlo con nzutil "
+              "periodo.\n");
+}
+
+TEST_F(CommandsTest, ADirectoryWithoutANameIsRefused) {
+    refused({"demo", ""});
+    refused({"leggi", "", "2", "1", "P002"});
+    EXPECT_EQ(run({"demo", ""}).errors, "Manca il nome della directory: è vuoto.\n");
+}
+
+TEST_F(CommandsTest, EachBeforeImageOfTheDemoHasItsKey) {
+    constexpr std::size_t kRecord = 16600;
+    EXPECT_EQ(run({"isam", demo, "36", "elenca"}).output, "0010000012 record 1\n");
+    EXPECT_EQ(bytes("DIPPRIMA.DAT").size(), kRecord);
+}
+
+TEST_F(CommandsTest, VersionIsThatOfTheBatch) {
+    const Outcome version = run({"--version"});
+    EXPECT_EQ(version.status, 0);
+    EXPECT_TRUE(version.output.starts_with("nzutil 0.")) << version.output;
+}
+
+TEST_F(CommandsTest, CodesAreTakenAsPeopleTypeThem) {
+    EXPECT_EQ(run({"leggi", demo, "2", "5", "p002"}).output, "MARTINI\n");
+    EXPECT_EQ(run({"leggi", demo, "2", "001-000-0005", "P002"}).output, "MARTINI\n");
+    EXPECT_EQ(run({"leggi", demo, "2", "0010000005", "P002"}).output, "MARTINI\n");
+    EXPECT_EQ(run({"scrivi", demo, "2", "001-000-0005", "p002", "MARTINELLI"}).status, 0);
+    EXPECT_EQ(run({"leggi", demo, "2", "5", "P002"}).output, "MARTINELLI\n");
+    EXPECT_EQ(
+        run({"isam", demo, "36", "cerca", "001-000-0012"}).output,
+        run({"isam", demo, "36", "cerca", "0010000012"}).output.replace(0, 10, "001-000-0012"));
+    EXPECT_EQ(run({"scheda", demo, "2", "001-000-0005"}).output,
+              run({"scheda", demo, "2", "5"}).output);
+    EXPECT_EQ(run({"leggi", demo, "2", "001-000-0099", "P002"}).status, 1);
+    const std::string scenario = directory.file("minuscole.yaml");
+    std::ofstream(scenario) << "titolo: prova\nperiodo: {data: \"31052024\"}\n"
+                               "dipendente: {campi: {p002: \"ROSSO\"}}\n";
+    EXPECT_EQ(run({"installa", scenario, directory.file("minuscole")}).status, 0);
+    EXPECT_EQ(run({"leggi", directory.file("minuscole"), "2", "1", "p002"}).output, "ROSSO\n");
+}
+
+TEST_F(CommandsTest, ControlCharactersOfARecordDoNotReachTheTerminal) {
+    std::fstream employees(demo + "/archivi/DIPEND.DAT",
+                           std::ios::binary | std::ios::in | std::ios::out);
+    employees.seekp(MXREPOSITORY::P002.offset - 1);
+    employees << "ROSSI\x1B[2J";
+    employees.close();
+    EXPECT_EQ(run({"leggi", demo, "2", "1", "P002"}).output.substr(0, 9), "ROSSI?[2J");
+    for (const char* command : {"scheda", "cedolino"}) {
+        nzutil::Arguments arguments{command, demo, "2", "1"};
+        if (arguments[0] == "cedolino") {
+            arguments = {command, demo, "0010000001"};
+        }
+        const std::string shown = run(arguments).output;
+        EXPECT_NE(shown.find("ROSSI?[2J"), std::string::npos) << shown;
+        EXPECT_EQ(shown.find('\x1B'), std::string::npos);
+    }
+}
+
+TEST_F(CommandsTest, FailureOfAFileNamesItAndEndsWithWhatToDo) {
+    fs::resize_file(demo + "/archivi/NZBASE.DAT", 60);
+    const std::string errors = run({"leggi", demo, "2", "1", "P002"}).errors;
+    EXPECT_EQ(errors,
+              "Errore 62: Input past end of file.\nArchivio o record: 2\nChe cosa fare: il file è "
+              "vuoto o tronco: rimetterlo da una copia degli archivi, poi rilanciare.\n");
 }
 
 TEST_F(CommandsTest, ScenarioThatCannotBeReadIsNoDifference) {

@@ -35,6 +35,13 @@ TEST(CodePage, WhatTheCodePageLacksIsAQuestionMark) {
     EXPECT_EQ(from_utf8("\xF0\x9F\x98\x80!"), "?!");  // beyond the basic plane
 }
 
+TEST(CodePage, ATerminalGetsNoControlCharacter) {
+    EXPECT_EQ(to_terminal("a\x1B[2Jb"), "a?[2Jb");
+    EXPECT_EQ(to_terminal(std::string_view("\0\x07\x7F\n", 4)), "????");
+    EXPECT_EQ(to_terminal("\x9D\x90"), "??");  // undefined codes go to U+009D and U+0090
+    EXPECT_EQ(to_terminal("NICOL\xD2 \x80"), "NICOLÒ €");
+}
+
 TEST(CodePage, DamagedUtf8CostsOneByteEach) {
     EXPECT_EQ(from_utf8("\xE0"), "?");  // an accent typed in code page 1252
     EXPECT_EQ(from_utf8("\xE0zz"), "?zz");

@@ -61,6 +61,15 @@ TEST_F(PrintedList, IsAPdfUnderTheArchiveDirectory) {
     EXPECT_EQ(count(found[0], "/Type /Page\n"), 1U);
 }
 
+TEST_F(PrintedList, SaysWhereItWent) {
+    print({"uno"});
+    const std::string place = printer().place();
+    EXPECT_TRUE(place.starts_with(directory_.path() + "/STAMPE/LISTA_")) << place;
+    EXPECT_TRUE(fs::exists(place));
+    printer().begin("Courier New", 9);
+    EXPECT_EQ(printer().place(), "");
+}
+
 TEST_F(PrintedList, EachListIsADocumentOfItsOwn) {
     print({"uno"});
     print({"due"});

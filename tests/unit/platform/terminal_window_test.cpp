@@ -137,6 +137,27 @@ TEST_F(Terminal, ARemarkIsNoLineOfTheOutput) {
     EXPECT_FALSE(window_->output_failed());
 }
 
+TEST_F(Terminal, ControlCharactersOfNamesAreNotObeyed) {
+    window_->add_line("ROSSI\x1B]0;x\x07 MARIA");
+    window_->box("T\x1B", "a\x1B[2J\r\nb\x9D", Icon::none);
+    window_->remark("c\x1B");
+    EXPECT_EQ(shown(), "ROSSI?]0;x? MARIA\n[T?] a?[2J\nb?\n");
+    EXPECT_EQ(errors_, "c?\n");
+}
+
+TEST_F(Terminal, ProgressNamesItsWalkAndRunsOnceTo100) {
+    window_->begin_walk("Preparazione", 0, 20);
+    window_->progress(1, 2);
+    window_->progress(2, 2);
+    window_->begin_walk("Calcolo", 20, 100);
+    window_->progress(1, 2);
+    window_->progress(2, 2);
+    static_cast<void>(shown());
+    EXPECT_EQ(errors_,
+              "Preparazione 1/2 (10%)\nPreparazione 2/2 (20%)\nCalcolo 1/2 (60%)\n"
+              "Calcolo 2/2 (100%)\n");
+}
+
 TEST_F(Terminal, ProgressNamesTheEntriesOfTheSelection) {
     window_->progress(3, 12);
     window_->progress(12, 12);

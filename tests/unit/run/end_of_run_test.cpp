@@ -36,6 +36,8 @@ class KeepingPrinter : public platform::Printer {
         events.push_back(text);
     }
     void end() override { events.push_back("end"); }
+    [[nodiscard]] std::string place() const override { return printed_in; }
+    std::string printed_in;
 };
 
 class EndOfRun : public ::testing::Test {
@@ -166,6 +168,15 @@ TEST_F(EndOfRun, ListsAreOfferedInOrderAndPrintedToTheFirstEmptyLine) {
         EXPECT_EQ(window.boxes[i].icon, platform::Icon::question);
         EXPECT_EQ(window.boxes[i].title, "MM normale 31/05/2024");
     }
+}
+
+TEST_F(EndOfRun, APrintedListIsSaidToStandWhereItWent) {
+    ModSWCALM::run_tables.bonus_list = {"bonus 1"};
+    printer.printed_in = "/stampe/perché.pdf";
+    expect_final_box();
+    window.expect_question("BONUS DL3/2020", true);
+    EXPECT_EQ(end(), 0);
+    EXPECT_EQ(window.remarks, std::vector<std::string>{"Lista stampata in /stampe/perch\xE9.pdf."});
 }
 
 TEST_F(EndOfRun, NoToEveryListPrintsNothingAndTheWindowStays) {

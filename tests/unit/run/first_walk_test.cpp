@@ -93,6 +93,7 @@ TEST_F(FirstWalk, FullRecordIsFollowedByTheNextAndEndOfFileEnds) {
     select(entries);
     walk(kMay);
     EXPECT_EQ(window.last_progress, (std::pair<std::size_t, std::size_t>{21, 21}));
+    EXPECT_EQ(window.walks, std::vector<std::string>{"Preparazione dei dipendenti 0-20"});
     EXPECT_EQ(before_image_number("0010010002"), 2);
 }
 

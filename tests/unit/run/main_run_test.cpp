@@ -67,6 +67,8 @@ class StartUp : public ::testing::Test {
         installation.define(401, 1500);
         installation.define(430, 100);
         set_yearly(Record(Area::FISX, kYearlyLength));
+        installation.put(18, 1, "999999.99230");
+        installation.put(401, 1, Record(Area::FOTX, 1500).text());
         installation.put(55, 1, std::string(34, 'x') + "001234");
         installation.put(395, 1, a_sinistra("Studio Perci\xF2 & Figli", 30) + "90000000066");
         set_period("310520244");
