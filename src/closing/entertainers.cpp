@@ -9,6 +9,7 @@
 #include "context/period.h"
 #include "context/trace.h"
 #include "contributions/contributions.h"
+#include "contributions/pension_paid.h"
 #include "files/file_numbers.h"
 #include "files/logical_files.h"
 #include "records/dictionary/DIPX.h"
@@ -195,13 +196,14 @@ void CONGSOLIDENPALS() {
         arrotonda((wage - above) * run_tables.TABFISSO.at(kRateCell) / kHundredthsOfPercent);
     const double due_above =
         arrotonda(above * run_tables.TABFISSO.at(kRateAboveCell) / kHundredthsOfPercent);
-    const double owed = arrotonda(due - num(Q007) - pension_contribution());
+    const double paid = pension_paid();
+    const double owed = arrotonda(due - paid - pension_contribution());
     const double owed_above = arrotonda(due_above - num(Q009));
     scrivi(P282, due);
     scrivi(P283, due_above);
     scrivi(P284, owed);
     scrivi(P285, owed_above);
-    aggiungi(Q007, owed);
+    write_pension_paid(paid + owed);
     aggiungi(Q009, owed_above);
     aggiungi(Q224, owed + owed_above);
 }

@@ -7,6 +7,7 @@
 #include "context/period.h"
 #include "contributions/allowances.h"
 #include "contributions/contributions.h"
+#include "contributions/pension_paid.h"
 #include "records/dictionary/DIPX.h"
 #include "records/dictionary/DITX.h"
 #include "records/dictionary/FISX.h"
@@ -48,8 +49,11 @@ void collaborator_sums() {
 
 /// What of a collaborator's wage is insured against accidents: nothing up to the lower limit, the
 /// wage itself between the two, and no more than the upper one (F345, F346 a year; one alone is
-/// both). D.Lgs. 38/2000, art. 5
+/// both, without either the whole wage is insured). D.Lgs. 38/2000, art. 5
 double insured_wage(double wage, double months) {
+    if (num(F345) == 0 && num(F346) == 0) {
+        return std::max(0.0, wage);
+    }
     const double first = num(F345) != 0 ? num(F345) : num(F346);
     const double second = num(F346) != 0 ? num(F346) : num(F345);
     const double least = std::min(first, second) / 12 * months;
@@ -136,7 +140,7 @@ void other_sums_to_date() {
     if (num(P849) == 1 && num(P852) > 0) {
         aggiungi(Q005, num(P852));
     }
-    aggiungi(Q007, pension_contribution());
+    write_pension_paid(num(Q007) + pension_contribution());
     aggiungi(Q002, unita(num(P252)));
     aggiungi(Q063, num(P201));
     aggiungi(Q068, num(P242));

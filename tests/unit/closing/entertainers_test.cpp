@@ -7,6 +7,7 @@
 #include "closing/state.h"
 #include "context/period.h"
 #include "contributions/contributions.h"
+#include "contributions/pension_paid.h"
 #include "records/dictionary/DIPX.h"
 #include "records/dictionary/DITX.h"
 #include "records/dictionary/FISX.h"
@@ -334,6 +335,49 @@ TEST_F(YearSettlementTest, WhatIsStillOwedCountsAsPaid) {
     CONGSOLIDENPALS();
     EXPECT_EQ(num(P284), 8.40);
     EXPECT_EQ(num(Q007), 3308.40);
+}
+
+TEST_F(YearSettlementTest, TenThousandsOfThePensionContributionsCountAsPaid) {
+    // 109650 x 9.19 % = 10076.835 to date, of which Q007 shows 76.84. Year 119650: 52000 x 9.19 % =
+    // 4778.80, 67650 x 10.19 % = 6893.535.
+    scrivi(P252, 10000);
+    scrivi(Q001, 109650);
+    scrivi(Q002, 109650);
+    scrivi(Q005, 10076.84);
+    scrivi(Q007, 76.84);
+    scrivi(Q009, 0);
+    scrivi(P181, 1);
+    slip.PCTCONTR[1] = 9.19;
+    scrivi(Q224, 919);
+    contributions.amounts[1] = 919;
+    CONGSOLIDENPALS();
+    EXPECT_EQ(num(P282), 4778.80);
+    EXPECT_EQ(num(P285), 6893.54);
+    EXPECT_EQ(num(Q224), 1595.50);  // 919 + (4778.80 - 10076.84 - 919) + 6893.54
+    EXPECT_EQ(num(Q007), 3859.80);  // 4778.80 - 919 of this slip
+    // Settled again by another slip of the month: nothing more.
+    scrivi(Q001, 119650);
+    scrivi(Q002, 119650);
+    scrivi(Q005, 11672.34);  // 10076.84 + 1595.50
+    scrivi(Q007, 4778.80);
+    svuota({P252, Q224});
+    contributions.amounts[1] = 0;
+    CONGSOLIDENPALS();
+    EXPECT_EQ(num(Q224), 0);
+}
+
+TEST_F(YearSettlementTest, OtherContributionsOrAWageWithoutThemMakeNoTenThousands) {
+    scrivi(P181, 1);
+    slip.PCTCONTR[1] = 9.19;
+    scrivi(Q001, 50000);
+    scrivi(Q005, 10500);  // 4500 and 6000 of a voluntary fund
+    EXPECT_EQ(pension_paid(), 4500);
+    scrivi(Q001, 119650);  // half of the year was exempt
+    scrivi(Q005, 5500);
+    EXPECT_EQ(pension_paid(), 4500);
+    scrivi(Q005, 10500);
+    scrivi(Q007, 900);
+    EXPECT_EQ(pension_paid(), 10900);
 }
 
 TEST_F(YearSettlementTest, ItNeedsItem2ItsRateAndAnOrdinaryKindOfSlip) {

@@ -470,7 +470,8 @@ TEST_F(MothersReliefTest, EachCompanyHasItsMonths) {
                               Window{"90000000011", 202402}, Window{"90000000077", 202402},
                               Window{"90000000088", 202402}, Window{"90000000099", 202404}}) {
         scrivi(T013, row.company);
-        for (int month = 202310; month <= 202412; month = next_month(month)) {
+        // Into 2025: month and year are no number of digits, 012025 is none of 012024 to 042024.
+        for (int month = 202310; month <= 202506; month = next_month(month)) {
             azzera({PB21, QA29});
             run(month, 2000);
             const bool relieved = month >= 202401 && month <= row.last;

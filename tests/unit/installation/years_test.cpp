@@ -90,15 +90,22 @@ TEST(Years, FirstBracketIsKeptByTheMonth) {
 TEST(Years, CeilingRulesForAllFunds) {
     for (int year = kFirstYear; year <= kLastYear; ++year) {
         EXPECT_EQ(fixed(year, F198), fixed(year, F427)) << year;
-        EXPECT_EQ(fixed(year, F345), fixed(year, F427)) << year;
         EXPECT_GE(fixed(year, F427), fixed(std::max(year - 1, kFirstYear), F427)) << year;
+    }
+}
+
+/// A pension ceiling is no limit of the accident insurance, and without a figure there is none.
+TEST(Years, CollaboratorsAccidentInsuranceHasNoLimits) {
+    for (int year = kFirstYear; year <= kLastYear; ++year) {
+        EXPECT_EQ(fixed(year, F345), 0) << year;
+        EXPECT_EQ(fixed(year, F346), 0) << year;
     }
 }
 
 /// Each figure says where it comes from, and each source that it names stands at the head.
 TEST(Years, EveryFigureHasItsSource) {
     const std::regex figure(R"(^\s+[FS]\d{3}: [-\d.]+\s*(#.*)?$)");
-    const std::regex origin(R"(\[\d+\]|a memoria|non ancora pubblicato)");
+    const std::regex origin(R"(\[\d+\]|a memoria|non ancora pubblicato|non disponibile)");
     const std::regex mark(R"(\[(\d+)\])");
     for (int year = kFirstYear; year <= kLastYear; ++year) {
         std::ifstream in(path_of(year));
@@ -130,7 +137,7 @@ TEST(Years, YearComesBeforeWhatTheDocumentNames) {
     nzutil::apply(made, nzutil::read_description(document), {});
     const std::string record = made.read(nzutil::kFixedData, 1).value();
     EXPECT_EQ(LEGGICAMPONUM(F427, 0, record), 90000);
-    EXPECT_EQ(LEGGICAMPONUM(F345, 0, record), 103055);
+    EXPECT_EQ(LEGGICAMPONUM(F198, 0, record), 103055);
     EXPECT_EQ(LEGGICAMPONUM(S046, 0, made.read(nzutil::kSectors, 1).value()), 48.98);
     EXPECT_EQ(made.read(nzutil::kTaxBrackets, 2).value().substr(0, 12), "028000.00270");
     // What is no table of a year stays.
