@@ -13,20 +13,6 @@ namespace nzutil {
 inline constexpr int kFirstOpenedYear = 2005;
 inline constexpr int kLastOpenedYear = 2099;
 
-/// Where an employee stands towards the year to be opened.
-enum class Standing {
-    no_record,         ///< nobody stands in the record
-    no_slip,           ///< nothing calculated yet: nothing to open
-    to_open,           ///< the slips of the former year are closed
-    opened,            ///< the sums of the year are empty: opened already
-    begun,             ///< a slip of the year to be opened, or of a later one
-    december_missing,  ///< in service, and without December's ordinary slip
-    earlier_year,      ///< in service, with the sums of a year before the former one
-};
-
-/// The standing of an employee, from the record alone, for the opening of `year`.
-[[nodiscard]] Standing standing_of(const std::string& employee, int year);
-
 /// An employee whose year is opened, and what is carried.
 struct OpenedEmployee {
     int record = 0;

@@ -8,8 +8,8 @@ namespace ModSWCALM {
 /// too. L. 234/2021, art. 1, c. 121
 void sum_reduction_items();
 /// Contribution cut from 2023: the same wages, and what the extra months are due (PB16, PB17, PB27,
-/// PB28, in 2023 only). PB26 of those whose contributions are halved (PB05 not 0). L. 197/2022,
-/// art. 1, c. 281; L. 234/2021, art. 1, c. 137
+/// PB28, in 2023 only). PB26 of those without the cut (PB05 not 0): half of their percentages.
+/// L. 197/2022, art. 1, c. 281; L. 234/2021, art. 1, c. 137
 void sum_extra_month_items();
 
 /// The wage of the month that the limits of the cut are held against: without 13th and 14th, and in

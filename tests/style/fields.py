@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""The dictionary speaks: every field that src/ names has a meaning, and docs/campi.md says what the
-dictionary says. With --write docs/campi.md is made anew."""
+"""The dictionary speaks: every field that src/ names is in it and has a meaning, and docs/campi.md
+says what the dictionary says. With --write docs/campi.md is made anew."""
 
 import re
 import sys
@@ -9,6 +9,8 @@ from pathlib import Path
 ROOT = Path(__file__).resolve().parents[2]
 DICTIONARY = ROOT / "src/records/dictionary"
 PAGE = ROOT / "docs/campi.md"
+# Codes that a comment names as an example of a name, and that no area has.
+EXAMPLES = {"TB03"}
 CODE = re.compile(r"\b[A-Z](?:\d|[A-C])\d\d\b")
 
 # The areas in the order in which a reader of slips meets them.
@@ -64,10 +66,11 @@ def complaints():
     missing = {}
     for file in sorted([*ROOT.glob("src/**/*.cpp"), *ROOT.glob("src/**/*.h")]):
         for code in CODE.findall(file.read_text(encoding="utf-8")):
-            if meanings.get(code) == "":
+            if not meanings.get(code) and code not in EXAMPLES:
                 missing.setdefault(code, file.relative_to(ROOT))
     for code, file in sorted(missing.items()):
-        yield f"{file}: {code} has no meaning in src/records/dictionary"
+        wrong = "has no meaning in" if code in meanings else "is no field of"
+        yield f"{file}: {code} {wrong} src/records/dictionary"
     if not PAGE.exists() or PAGE.read_text(encoding="utf-8") != page():
         yield "docs/campi.md is not what the dictionary says: python3 tests/style/fields.py --write"
 

@@ -11,6 +11,7 @@
 #include "installation/demo.h"
 #include "installation/tool_error.h"
 #include "nzutil/commands.h"
+#include "nzutil/year_standing.h"
 #include "platform/directory_lock.h"
 #include "records/dictionary/DIPX.h"
 #include "records/dictionary/DITX.h"
@@ -110,13 +111,15 @@ TEST(YearOpening, SumsOfTheYearAreEmptied) {
           Q742, Q773, Q776, Q777, Q778, Q779, Q801, Q804, Q808, QA34, Q131, Q134, Q658,
           Q659, Q660, Q780, Q781, Q110, Q509, Q898, Q953, Q956, Q926, Q927, Q974, Q845,
           Q782, Q847, Q520, Q523, Q529, Q534, Q680, QA27, QA28, QA32, QA33, P919, Q687,
-          Q688, Q689, Q690, Q691, Q744, Q062, Q205, Q215, Q358, Q360, Q363}) {
+          Q688, Q689, Q690, Q691, Q744, Q062, Q205, Q215, Q358, Q360, Q363, Q061, Q067,
+          Q805, Q615, QA16, QA29, Q954, Q955, Q962, QA01, QA02, QA03, QA04, QA21, Q261}) {
         EXPECT_EQ(opened_value(field, {{field, 5.0}}), 0) << field.name();
     }
 }
 
 TEST(YearOpening, WhatIsNoSumOfTheYearStays) {
-    for (const Descriptor& field : {Q163, Q692, Q693, Q695, Q697, Q700, Q701, Q165, Q089, QA44}) {
+    for (const Descriptor& field :
+         {Q163, Q692, Q693, Q695, Q697, Q700, Q701, Q165, Q089, QA44, Q283, Q286, QA09, QA36}) {
         EXPECT_EQ(opened_value(field, {{field, 5.0}}), 5) << field.name();
     }
 }
