@@ -13,7 +13,7 @@ WriteLock::WriteLock(const Installation& installation, std::string_view command)
                                                                  "nzutil " + std::string(command));
     if (attempt.lock == nullptr) {
         throw ToolError(texts::kToolRefused,
-                        {platform::to_utf8(MXLIBRERIA::archive_in_use(attempt.holder))});
+                        {platform::to_terminal(MXLIBRERIA::archive_in_use(attempt.holder))});
     }
     lock_ = std::move(attempt.lock);
 }

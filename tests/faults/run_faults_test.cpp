@@ -200,6 +200,13 @@ TEST_F(RunFaults, ADamagedTableEndsTheRunBeforeAnythingIsWritten) {
     EXPECT_EQ(run().status, 0);
 }
 
+TEST_F(RunFaults, ProgressNamesBothWalksAndComesTo100Once) {
+    installation().write_selection({{1, 1}, {1, 2}});
+    EXPECT_EQ(run().errors,
+              "Preparazione dei dipendenti 1/2 (10%)\nPreparazione dei dipendenti 2/2 (20%)\n"
+              "Calcolo dei cedolini 1/2 (60%)\nCalcolo dei cedolini 2/2 (100%)\n");
+}
+
 // ---- Selection ----
 
 TEST_F(RunFaults, SelectionOfACompanyThatDoesNotExist) {
