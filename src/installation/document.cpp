@@ -232,7 +232,7 @@ FieldValue Document::field_value(const MXREPOSITORY::Descriptor& field, int occu
                                  const YAML::Node& node) const {
     FieldValue result{.field = field,
                       .occurrence = occurrence,
-                      .value = text(node),
+                      .value = typed_value(field, text(node)),
                       .tolerance = {},
                       .line = line(node)};
     if (field.type != 'A') {

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <utility>
 
 #include "context/utilities.h"
+#include "records/dictionary/DIPX.h"
 #include "records/fields.h"
 #include "records/numbers.h"
 
@@ -108,6 +110,10 @@ const Descriptor* find_typed_field(std::string_view code) {
 std::string plain_code(std::string typed) {
     std::erase(typed, '-');
     return typed;
+}
+
+std::string typed_value(const Descriptor& field, std::string typed) {
+    return field == MXREPOSITORY::P001 ? plain_code(std::move(typed)) : typed;
 }
 
 bool is_date(std::string_view ddmmyyyy) {

@@ -20,6 +20,9 @@ namespace nzutil {
 /// An employee's code as the records hold it, from "0010000005" or "001-000-0005".
 [[nodiscard]] std::string plain_code(std::string typed);
 
+/// A typed value as the field is to take it: an employee's code (P001) without its dashes.
+[[nodiscard]] std::string typed_value(const MXREPOSITORY::Descriptor& field, std::string typed);
+
 /// Why a field cannot hold a typed value without losing characters.
 struct Objection {
     const texts::Text* text;

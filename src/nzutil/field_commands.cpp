@@ -170,9 +170,10 @@ int command_write(const Arguments& arguments) {
     Installation installation = Installation::open(arguments[0]);
     const FieldPlace place =
         field_place(installation, arguments, arguments.size() > 5 ? &arguments[5] : nullptr);
-    const std::string value = platform::from_utf8(arguments[4]);
+    const std::string typed = platform::from_utf8(arguments[4]);
+    const std::string value = typed_value(place.field, typed);
     std::optional<Objection> found = objection(place.field, value, Decimals::exact);
-    if (!found && platform::to_utf8(value) != arguments[4]) {
+    if (!found && platform::to_utf8(typed) != arguments[4]) {
         found = Objection{&texts::kToolExpectedCodePage, {}};
     }
     if (found) {

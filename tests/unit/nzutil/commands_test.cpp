@@ -254,9 +254,12 @@ TEST_F(CommandsTest, CodesAreTakenAsPeopleTypeThem) {
     EXPECT_EQ(run({"leggi", demo, "2", "001-000-0099", "P002"}).status, 1);
     const std::string scenario = directory.file("minuscole.yaml");
     std::ofstream(scenario) << "titolo: prova\nperiodo: {data: \"31052024\"}\n"
-                               "dipendente: {campi: {p002: \"ROSSO\"}}\n";
+                               "dipendente: {campi: {p001: \"001-000-0077\", p002: \"ROSSO\"}}\n";
     EXPECT_EQ(run({"installa", scenario, directory.file("minuscole")}).status, 0);
     EXPECT_EQ(run({"leggi", directory.file("minuscole"), "2", "1", "p002"}).output, "ROSSO\n");
+    EXPECT_EQ(run({"leggi", directory.file("minuscole"), "2", "1", "p001"}).output, "0010000077\n");
+    EXPECT_EQ(run({"scrivi", demo, "2", "5", "p001", "001-000-0078"}).status, 0);
+    EXPECT_EQ(run({"leggi", demo, "2", "5", "P001"}).output, "0010000078\n");
 }
 
 TEST_F(CommandsTest, ControlCharactersOfARecordDoNotReachTheTerminal) {
