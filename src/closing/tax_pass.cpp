@@ -9,10 +9,10 @@
 #include "context/trace.h"
 #include "records/dictionary/DIPX.h"
 #include "records/dictionary/DITX.h"
-#include "records/dictionary/FISX.h"
 #include "records/fields.h"
 #include "records/numbers.h"
 #include "severance/advances.h"
+#include "severance/back_pay.h"
 #include "severance/pension_funds.h"
 #include "severance/tfr.h"
 #include "slip/percentage_items.h"
@@ -136,7 +136,6 @@ void termination() {
         }
     }
     ElaboraTFR();
-    scrivi(Q373, num(Q040) * num(F322) / 100);
     ElaboraArretratiAP();
     aggiungi(Q191, Int(num(P447) == 1 ? num(P449) : num(P215)));
 }

@@ -76,21 +76,57 @@ double fixed_net_move(const CalculatedSlip& slip) {
     return slip.now(Q089) != 0 && net - moved < slip.now(Q089) ? moved : -moved;
 }
 
+/// The ordinary slip of the leaving month pays the severance.
+bool pays_severance(const CalculatedSlip& slip) {
+    return !slip.additional() && slip.now(P017) > 0 &&
+           slip.text(P017).substr(2) == slip.text(Q179).substr(2);
+}
+
+/// An advance on the severance fund: asked for on the slip, and its tax.
+struct AdvanceFields {
+    Descriptor request;
+    Descriptor tax;
+};
+constexpr std::array<AdvanceFields, 4> kAdvanceFields{
+    {{P454, Q047}, {P455, Q253}, {P456, Q257}, {P956, Q987}}};
+
+double tax_on_advances_of_the_slip(const CalculatedSlip& slip) {
+    double sum = 0;
+    for (const AdvanceFields& advance : kAdvanceFields) {
+        sum += slip.now(advance.request) != 0 ? slip.now(advance.tax) : 0;
+    }
+    return sum;
+}
+
+/// Fund and revaluation; taxes on advances come back unless they are more than the whole tax.
+double severance_paid(const CalculatedSlip& slip) {
+    if (!pays_severance(slip)) {
+        return 0;
+    }
+    const double advance_taxes = slip.sum({Q044, Q047, Q253, Q257, Q987});
+    const bool come_back = slip.now(Q969) == 0 && slip.now(P031) != 0;
+    return slip.sum({Q264, Q038, Q270, Q039}) - slip.now(Q236) + (come_back ? advance_taxes : 0);
+}
+
+double severance_taken_off(const CalculatedSlip& slip) {
+    return pays_severance(slip) ? slip.sum({Q129, Q038, Q373, Q046, Q252, Q256, Q978}) : 0;
+}
+
 Outcome gross(const CalculatedSlip& slip) {
     const double ordinary_or_additional =
         slip.additional() ? slip.now(PA50) + slip.now(P924) : slip.now(PA49) + slip.now(P922);
-    const double expected = lines_of_kind(slip, 0) +
-                            slip.sum({Q139, Q140, Q130, P022, Q280, PC33, QA41, Q772, Q022}) +
-                            one_off_2022(slip) + ordinary_or_additional + fixed_net_move(slip);
+    const double expected =
+        lines_of_kind(slip, 0) + slip.sum({Q139, Q140, Q130, P022, Q280, PC33, QA41, Q772, Q022}) +
+        one_off_2022(slip) + ordinary_or_additional + fixed_net_move(slip) + severance_paid(slip);
     return equal("P241", expected, slip.now(P241));
 }
 
 Outcome deductions(const CalculatedSlip& slip) {
     const double ordinary_or_additional =
         slip.additional() ? slip.now(P764) + slip.now(PA53) : slip.now(P762) + slip.now(PA52);
-    const double expected = lines_of_kind(slip, 1) +
-                            slip.sum({Q162, Q224, Q137, P535, PB56, Q138, Q973, Q021}) +
-                            ordinary_or_additional;
+    const double expected =
+        lines_of_kind(slip, 1) + slip.sum({Q162, Q224, Q137, P535, PB56, Q138, Q973, Q021}) +
+        ordinary_or_additional + tax_on_advances_of_the_slip(slip) + severance_taken_off(slip);
     return equal("P259", expected, slip.now(P259));
 }
 
@@ -206,7 +242,10 @@ Outcome tax(const CalculatedSlip& slip) {
     const double settled = slip.now(Q021) - slip.now(Q022);
     return first_of({
         equal("Q014", slip.was(Q014) + slip.now(Q137) + settled, slip.now(Q014)),
-        equal("P258", slip.sum({Q137, Q138}), slip.now(P258)),
+        equal("P258",
+              slip.sum({Q137, Q138}) + tax_on_advances_of_the_slip(slip) +
+                  (pays_severance(slip) ? slip.now(Q129) : 0),
+              slip.now(P258)),
         equal("Q801", slip.was(Q801) + slip.now(P793), slip.now(Q801)),
     });
 }
@@ -273,6 +312,47 @@ Outcome deduction_months(const CalculatedSlip& slip) {
     });
 }
 
+// ---- Severance ----
+
+/// A slip of adjustment only, of who is not dismissed, leaves no accrual and no revaluation (Q041,
+/// Q040) in the record.
+bool leaves_no_severance(const CalculatedSlip& slip) {
+    return slip.now(P118) == kAdjustmentOnly && slip.now(P054) == 0;
+}
+
+/// Accrual of the year and its contribution.
+Outcome severance_accrual(const CalculatedSlip& slip) {
+    constexpr double kUsualDivisor = 13.5;
+    const double divisor = slip.now(P467) != 0 ? slip.now(P467) : kUsualDivisor;
+    const bool in_packet = slip.now(P921) != 0 || slip.now(PA48) != 0;
+    const bool emptied = leaves_no_severance(slip);
+    return first_of({
+        equal("Q037", slip.was(Q037) + (in_packet ? 0 : slip.now(P260)), slip.now(Q037)),
+        equal("Q041", emptied ? 0 : slip.now(Q264) + slip.now(Q038), slip.now(Q041)),
+        equal("Q264", arrotonda(slip.now(Q037) / divisor) - slip.now(Q038), slip.now(Q264)),
+        equal("Q265", slip.sum({Q046, Q252, Q256, Q978}), slip.now(Q265)),
+        slip.now(Q264) < 0 && slip.now(Q038) > 0 ? broken("Q264", 0, slip.now(Q264)) : std::nullopt,
+    });
+}
+
+/// What is left of the fund is what the leaver's slip pays. Where taxes on advances are more than
+/// the whole tax nothing is due.
+Outcome severance(const CalculatedSlip& slip) {
+    const double left = slip.sum({Q264, Q039, Q270}) - slip.sum({Q265, Q236, Q121, Q058});
+    const Outcome sums =
+        first_of({severance_accrual(slip), equal("Q268", left, slip.now(Q268)),
+                  slip.now(Q058) < 0 ? broken("Q058", 0, slip.now(Q058)) : std::nullopt});
+    if (sums || !pays_severance(slip)) {
+        return sums;
+    }
+    const bool emptied = leaves_no_severance(slip);
+    return first_of({
+        equal("Q040", emptied ? 0 : slip.now(Q270), slip.now(Q040)),
+        equal("Q373", slip.now(Q121), slip.now(Q373)),
+        equal("Q268", severance_paid(slip) - severance_taken_off(slip), slip.now(Q268)),
+    });
+}
+
 // ---- Dropped slips ----
 
 /// What a slip works out: the record of a dropped one keeps all of it, and its lines.
@@ -294,7 +374,7 @@ Outcome drop(const CalculatedSlip& slip) {
 }
 
 constexpr Identity kDrop{"drop", drop};
-constexpr std::array<Identity, 10> kIdentities{{{"gross", gross},
+constexpr std::array<Identity, 11> kIdentities{{{"gross", gross},
                                                 {"deductions", deductions},
                                                 {"net", net},
                                                 {"carry", carry},
@@ -303,7 +383,8 @@ constexpr std::array<Identity, 10> kIdentities{{{"gross", gross},
                                                 {"ceiling", ceiling},
                                                 {"tax", tax},
                                                 {"adjustment", adjustment},
-                                                {"deduction_months", deduction_months}}};
+                                                {"deduction_months", deduction_months},
+                                                {"severance", severance}}};
 
 void check(const Identity& identity, const CalculatedSlip& slip,
            const std::map<std::string, std::string>& switched_off,

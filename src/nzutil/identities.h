@@ -13,6 +13,7 @@
 //   tax               tax of the slip and to date
 //   adjustment        the year's tax by the scale against what was withheld
 //   deduction_months  employment deduction, its days, and both to date
+//   severance         accrual of the year, what is left of the fund, what a leaver is paid of it
 //   drop              a slip that is not calculated leaves the record as it was
 
 #include <map>

@@ -16,6 +16,7 @@
 #include "records/dictionary/FOTX.h"
 #include "records/fields.h"
 #include "records/numbers.h"
+#include "severance/advances.h"
 #include "texts/tool_texts.h"
 
 namespace nzutil {
@@ -189,26 +190,71 @@ struct ClosingLine {
     bool earning;
 };
 
-constexpr std::array<ClosingLine, 20> kClosingLines{{
-    {&texts::kSlipAllowance, Q139, true},  {&texts::kSlipAllowance, Q140, true},
-    {&texts::kSlipAllowance, Q130, true},  {&texts::kSlipBonus, P022, true},
-    {&texts::kSlipBonus, Q280, true},      {&texts::kSlipIntegrativeSum, PC33, true},
-    {&texts::kSlipOneOff, QA24, true},     {&texts::kSlipLargeFamily, Q772, true},
-    {&texts::kSlipRefund, Q022, true},     {&texts::kSlipContributions, Q224, false},
-    {&texts::kSlipIncomeTax, Q137, false}, {&texts::kSlipTaxDue, Q021, false},
-    {&texts::kSlipFlatTax, P535, false},   {&texts::kSlipReliefTax, P762, false},
-    {&texts::kSlipReliefTax, P764, false}, {&texts::kSlipRegional, Q340, false},
-    {&texts::kSlipMunicipal, Q320, false}, {&texts::kSlipMunicipalAdvance, Q675, false},
-    {&texts::kSlipBonusBack, Q281, false}, {&texts::kSlipRoundingIn, Q162, false},
+constexpr std::array<ClosingLine, 25> kClosingLines{{
+    {&texts::kSlipAllowance, Q139, true},       {&texts::kSlipAllowance, Q140, true},
+    {&texts::kSlipAllowance, Q130, true},       {&texts::kSlipBonus, P022, true},
+    {&texts::kSlipBonus, Q280, true},           {&texts::kSlipIntegrativeSum, PC33, true},
+    {&texts::kSlipOneOff, QA24, true},          {&texts::kSlipLargeFamily, Q772, true},
+    {&texts::kSlipRefund, Q022, true},          {&texts::kSlipContributions, Q224, false},
+    {&texts::kSlipIncomeTax, Q137, false},      {&texts::kSlipTaxDue, Q021, false},
+    {&texts::kSlipFlatTax, P535, false},        {&texts::kSlipReliefTax, P762, false},
+    {&texts::kSlipReliefTax, P764, false},      {&texts::kSlipRegional, Q340, false},
+    {&texts::kSlipMunicipal, Q320, false},      {&texts::kSlipMunicipalAdvance, Q675, false},
+    {&texts::kSlipBonusBack, Q281, false},      {&texts::kSlipRoundingIn, Q162, false},
+    {&texts::kSlipSeverancePacket, PA49, true}, {&texts::kSlipSeverancePacket, PA50, true},
+    {&texts::kSlipPacketTax, PA52, false},      {&texts::kSlipPacketTax, PA53, false},
+    {&texts::kSlipBackPayTax, Q138, false},
 }};
+
+/// What the ordinary slip of the leaving month adds: the fund, and what it has borne.
+constexpr std::array<ClosingLine, 7> kSeveranceLines{{
+    {&texts::kSlipSeveranceYear, Q041, true},
+    {&texts::kSlipSeveranceFund, Q039, true},
+    {&texts::kSlipRevaluation, Q040, true},
+    {&texts::kSlipSeveranceTax, Q129, false},
+    {&texts::kSlipAccrualContribution, Q038, false},
+    {&texts::kSlipSubstituteTax, Q373, false},
+    {&texts::kSlipAdvances, Q265, false},
+}};
+
+void closing_line(Lines& lines, const texts::Text& label, double amount, bool earning) {
+    if (amount != 0) {
+        line_of(lines, "   ", label.bytes(), "", "", earning ? amount : 0, earning ? 0 : amount);
+    }
+}
+
+void advance_lines(Lines& lines) {
+    for (const ModSwCalm2::Advance& advance : ModSwCalm2::kAdvances) {
+        if (num(advance.request) != 0) {
+            closing_line(lines, texts::kSlipAdvanceTax, num(advance.charged), false);
+        }
+    }
+}
+
+bool pays_severance() {
+    return period.ordinary() && num(P017) != 0 &&
+           ritaglia(testo(P017), 3, 6) == ritaglia(testo(Q179), 3, 6);
+}
+
+/// Taxes on advances come back against the tax on the whole fund.
+void severance_lines(Lines& lines) {
+    for (const ClosingLine& line : kSeveranceLines) {
+        closing_line(lines, *line.label, num(line.field), line.earning);
+    }
+    closing_line(lines, texts::kSlipSeveranceAtFund, -num(Q236), true);
+    if (num(Q969) == 0 && num(P031) != 0) {
+        const double paid = ModSwCalm2::tax_on_advances_of_the_year() + num(Q044);
+        closing_line(lines, texts::kSlipAdvanceTaxBack, paid, true);
+    }
+}
 
 void closing_lines(Lines& lines) {
     for (const ClosingLine& line : kClosingLines) {
-        const double amount = num(line.field);
-        if (amount != 0) {
-            line_of(lines, "   ", line.label->bytes(), "", "", line.earning ? amount : 0,
-                    line.earning ? 0 : amount);
-        }
+        closing_line(lines, *line.label, num(line.field), line.earning);
+    }
+    advance_lines(lines);
+    if (pays_severance()) {
+        severance_lines(lines);
     }
 }
 

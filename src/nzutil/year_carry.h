@@ -2,7 +2,14 @@
 // What December leaves to the new year, in the employee's area: income, surtaxes, severance fund.
 // The areas of the company and of the closed year's tables are loaded.
 
+#include "severance/revaluation.h"
+
 namespace nzutil {
+
+/// The tables of the closed year are read as its last slip read them.
+void set_period_to_december(int closed_year);
+/// The fund is revalued by December's index, as the last slip did it (art. 2120 c.c., c. 4).
+[[nodiscard]] ModSwCalm2::RevaluationTerm end_of_year(int closed_year);
 
 /// Income of the last two years, for the rate of back pay (TUIR, art. 21).
 void carry_income();

@@ -8,7 +8,6 @@
 #include "nzutil/year_sums.h"
 #include "platform/code_page.h"
 #include "records/dictionary/DIPX.h"
-#include "records/dictionary/FISX.h"
 #include "records/fields.h"
 #include "records/numbers.h"
 
@@ -102,8 +101,9 @@ void refuse_out_of_order(const Survey& survey) {
 /// The fund cannot be revalued without both indexes, and December's is published in January.
 void refuse_without_indexes(const Installation& installation, int year) {
     area(Area::FISX) = installation.read(kFixedData, 1).value_or("");
-    const double december = num(F034);
-    const double base = num(F021);
+    set_period_to_december(year - 1);
+    const double december = ModSwCalm2::INDICEISTAT(12, true);
+    const double base = ModSwCalm2::base_index_of(end_of_year(year - 1));
     area(Area::FISX).clear();
     if (december == 0) {
         throw ToolError(texts::kToolNoDecemberIndex, {std::to_string(year - 1)});
@@ -120,6 +120,7 @@ OpenedEmployee open_year_of(const std::string& employee, const std::string& comp
     area(Area::DIPX) = employee;
     area(Area::DITX) = company;
     area(Area::FISX) = fixed;
+    set_period_to_december(year - 1);
     OpenedEmployee opened;
     opened.code = shown_code();
     opened.name = platform::to_terminal(rifilato(P002) + " " + rifilato(P003));

@@ -269,6 +269,21 @@ inline constexpr Text kFinishedWithArchive{
 inline constexpr Text kFinished{Kind::box, "Calcolo cedolino terminato"};
 inline constexpr Text kPeriodOfRun{Kind::box, "\r\rPeriodo di elaborazione "};
 
+// Severance: price indexes that the revaluation lacks. The index of the month to which a fund is
+/// revalued is told as December's, whichever month it is.
+inline constexpr Text kIndexYearEndMissing{Kind::line,
+                                           "Errore negli indici ISTAT: valore 31.12  a zero"};
+inline constexpr Text kIndexDecemberMissing{
+    Kind::line, "Errore negli indici ISTAT: valore mese dicembre a zero"};
+inline constexpr Text kIndexAdvance1Wrong{
+    Kind::line, "Errore negli indici ISTAT: valore mese Acconto 1 errato"};
+inline constexpr Text kIndexAdvance2Wrong{
+    Kind::line, "Errore negli indici ISTAT: valore mese Acconto 2 errato"};
+inline constexpr Text kIndexAdvance3Wrong{
+    Kind::line, "Errore negli indici ISTAT: valore mese Acconto 3 errato"};
+inline constexpr Text kIndexAdvance4Wrong{
+    Kind::line, "Errore negli indici ISTAT: valore mese Acconto 4 errato"};
+
 // Deductions
 /// Status of an employee with a dependant that has a share and no tax code; the slip is dropped.
 inline constexpr Text kMissingDependantTaxCode{Kind::line, ":INSERIRE CODFISC"};
@@ -413,6 +428,18 @@ inline constexpr Text kSlipRegionalYear{Kind::tool, "Addizionale regionale anno"
 inline constexpr Text kSlipMunicipalYear{Kind::tool, "Addizionale comunale anno"};
 inline constexpr Text kSlipSeveranceWage{Kind::tool, "Retribuzione utile TFR"};
 inline constexpr Text kSlipSeveranceYear{Kind::tool, "TFR maturato nell'anno"};
+inline constexpr Text kSlipSeveranceFund{Kind::tool, "TFR al 31 dicembre precedente"};
+inline constexpr Text kSlipRevaluation{Kind::tool, "Rivalutazione TFR"};
+inline constexpr Text kSlipSeveranceTax{Kind::tool, "Imposta sul TFR"};
+inline constexpr Text kSlipAccrualContribution{Kind::tool, "Contributo sul TFR maturato"};
+inline constexpr Text kSlipSubstituteTax{Kind::tool, "Imposta sostitutiva TFR"};
+inline constexpr Text kSlipAdvances{Kind::tool, "Anticipazioni TFR dell'anno"};
+inline constexpr Text kSlipSeveranceAtFund{Kind::tool, "TFR al fondo pensione"};
+inline constexpr Text kSlipAdvanceTax{Kind::tool, "Imposta su anticipazione TFR"};
+inline constexpr Text kSlipAdvanceTaxBack{Kind::tool, "Imposta su anticipazioni TFR"};
+inline constexpr Text kSlipSeverancePacket{Kind::tool, "TFR del mese in busta"};
+inline constexpr Text kSlipPacketTax{Kind::tool, "Imposta sul TFR in busta"};
+inline constexpr Text kSlipBackPayTax{Kind::tool, "Imposta su arretrati"};
 inline constexpr Text kSlipYearToDate{Kind::tool, "PROGRESSIVI ANNO"};
 inline constexpr Text kSlipTaxWithheld{Kind::tool, "Irpef trattenuta"};
 inline constexpr Text kSlipTotalEarnings{Kind::tool, "Totale competenze "};

@@ -36,6 +36,7 @@ class TaxPassTest : public test_support::SlipFixture {
         const double cells[] = {28000, 23, 50000, 35, 999999.99, 43};
         for (int i = 0; i < 6; ++i) {
             slip.TABIRP.set(i + 1, cells[i]);
+            slip.TABIRPAC.set(i + 1, cells[i]);
         }
         slip.PCTCONTR[1] = 9.19;
         scrivi(F169, 1);
@@ -206,14 +207,14 @@ TEST_F(TaxPassTest, ALeaverWithoutAccrualLosesTheMonthOnce) {
 }
 
 TEST_F(TaxPassTest, AnEmptySeverancePayClearsItsFields) {
-    scrivi(Q129, 10);
-    scrivi(Q268, 20);
+    scrivi(Q128, 10);
+    scrivi(Q054, 20);
     TFRETASSAZIONESEPARATA();
-    EXPECT_EQ(num(Q129), 10);  // Q055 holds zeros: it is not empty
+    EXPECT_EQ(num(Q128), 10);  // Q055 holds zeros: it is not empty
     area(Area::DIPX).replace(static_cast<std::size_t>(Q055.offset) - 1, 10, 10, ' ');
     TFRETASSAZIONESEPARATA();
-    EXPECT_EQ(num(Q129), 0);
-    EXPECT_EQ(num(Q268), 0);
+    EXPECT_EQ(num(Q128), 0);
+    EXPECT_EQ(num(Q054), 0);
     EXPECT_EQ(testo(Q055), "00000000.00");
 }
 
