@@ -248,6 +248,7 @@ std::string check_dictionary_files() {
 
 /// No formula names a field that its dictionary file has lost.
 void check_formulas(const std::string& letters) {
+    repository = {};  // The dictionary files are held against the formulas as they are now.
     for (double item = 1; LEGGIREC(kPayItems, item) != 1; ++item) {
         const std::string& record = record_buffer(kPayItems);
         if (LEGGICAMPONUM(Z049, 0, record) == kDeleted) {
