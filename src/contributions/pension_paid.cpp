@@ -24,13 +24,15 @@ double ten_thousands(double shown, double amount) {
     return std::max(0.0, Int((amount - shown) / kTenThousand + 0.5)) * kTenThousand;
 }
 
-/// What the wage to date owes at the rates of the pension items in force.
+/// What the wage to date owes at the rates of the pension items in force. Item 2 knows no ceiling:
+/// its wage is Q002.
 double owed_by_wage() {
-    double percent = 0;
+    double owed = 0;
     for (const int item : {1, 2, 8}) {
-        percent += item_cell(slip.PCTCONTR, item) * switch_of(item);
+        const double wage = num(item == 2 ? Q002 : Q001);
+        owed += wage * item_cell(slip.PCTCONTR, item) * switch_of(item) / 100;
     }
-    return num(Q001) * percent / 100;
+    return owed;
 }
 
 }  // namespace

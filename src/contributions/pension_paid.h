@@ -6,7 +6,8 @@ namespace ModSwCalm2 {
 
 /// Pension contributions of the year up to the slip before, in euro: Q007 with its ten thousands.
 /// They are those that bring it nearest to the contributions withheld (Q005 without the settlement
-/// Q009), and to what the wage to date (Q001) owes at the rates in force, whichever are fewer.
+/// Q009), and to what the wage to date (Q001, item 2
+/// Q002) owes at the rates in force, whichever are fewer.
 [[nodiscard]] double pension_paid();
 
 /// Writes the sum of the year to Q007, without its ten thousands.

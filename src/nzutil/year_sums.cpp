@@ -25,8 +25,9 @@ constexpr std::array kTaxSums{Q013, Q014, Q021, Q022, Q174, Q276, Q278, Q279, Q6
 /// Premiums, tips and sports pay: their favours have a limit a year.
 constexpr std::array kFavouredSums{Q110, Q776, Q777, Q778, Q779, Q808, QA27, QA28, QA32, QA33};
 
-/// Pay, tax and days that another employer had in the year: declared for one year.
-constexpr std::array kOtherEmployments{Q509, Q514, Q515, Q518, Q898, Q953};
+/// Pay, tax and days that another employer had in the year, the wage that counts in its ceilings
+/// (P111) and the sports pay that counts in its limits (QA44): declared for one year.
+constexpr std::array kOtherEmployments{Q509, Q514, Q515, Q518, Q898, Q953, P111, QA44};
 
 /// Pay of collaborators, whole and month by month.
 constexpr std::array kCollaboratorSums{Q520, Q521, Q522, Q523, Q524, Q525, Q526, Q527, Q528,

@@ -380,6 +380,20 @@ TEST_F(YearSettlementTest, OtherContributionsOrAWageWithoutThemMakeNoTenThousand
     EXPECT_EQ(pension_paid(), 10900);
 }
 
+TEST_F(YearSettlementTest, TheSecondItemIsMeasuredOnItsOwnWage) {
+    // 176000 x 9.19 % = 16174.40, of which Q007 shows 6174.40; the ceiling has left Q001 at 119650,
+    // which would owe 10995.84: nearest without ten thousands.
+    scrivi(P181, 0);
+    scrivi(P182, 1);
+    slip.PCTCONTR[2] = 9.19;
+    scrivi(Q001, 119650);
+    scrivi(Q002, 176000);
+    scrivi(Q005, 16174.40);
+    scrivi(Q009, 0);
+    scrivi(Q007, 6174.40);
+    EXPECT_EQ(pension_paid(), 16174.40);
+}
+
 TEST_F(YearSettlementTest, ItNeedsItem2ItsRateAndAnOrdinaryKindOfSlip) {
     const auto settles = [] {
         scrivi(Q224, 367.60);
