@@ -1,6 +1,5 @@
 #include "platform/file_system.h"
 
-#include <dirent.h>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -207,10 +206,14 @@ class MachineFiles final : public FileSystem {
   public:
     std::unique_ptr<Channel> open(const std::string& path, OpenMode mode) override {
         const std::string name = path_on_disk(path);
-        if (is_directory(name)) {
+        // A directory opens for reading; for writing the machine refuses it itself.
+        if (mode == OpenMode::read_only && is_directory(name)) {
             fail(kPathFileAccess, name);
         }
         Opened opened = open_descriptor(name, mode);
+        if (mode != OpenMode::read_only && mode != OpenMode::existing) {
+            made_on_disk(name);
+        }
         lock(opened.descriptor, mode, name);
         if (mode == OpenMode::truncate && ::ftruncate(opened.descriptor.get(), 0) != 0) {
             fail_with_errno(errno, name);
@@ -220,8 +223,9 @@ class MachineFiles final : public FileSystem {
     }
 
     bool exists(const std::string& path) override {
+        const std::optional<std::string> name = find_on_disk(path);
         struct stat status {};
-        return ::stat(path_on_disk(path).c_str(), &status) == 0 && !S_ISDIR(status.st_mode);
+        return name && ::stat(name->c_str(), &status) == 0 && !S_ISDIR(status.st_mode);
     }
 
     bool directory_exists(const std::string& path) override {
@@ -242,6 +246,7 @@ class MachineFiles final : public FileSystem {
         if (::unlink(name.c_str()) != 0) {
             fail_with_errno(errno, name);
         }
+        deleted_on_disk(name);
     }
 
     void copy(const std::string& source, const std::string& target) override {
@@ -275,57 +280,7 @@ struct FilesInUse {
 };
 FilesInUse files_in_use;
 
-char lower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-bool same_name(std::string_view a, std::string_view b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](char x, char y) { return lower(x) == lower(y); });
-}
-
-/// The entry of a directory that bears the name in any case; the first in byte order where there
-/// are several. The name itself where there is none.
-std::string entry_of(const std::string& directory, const std::string& name) {
-    DIR* listing = ::opendir(directory.empty() ? "." : directory.c_str());
-    if (listing == nullptr) {
-        return name;
-    }
-    std::string found;
-    while (const dirent* entry = ::readdir(listing)) {
-        const std::string_view entry_name(static_cast<const char*>(entry->d_name));
-        if (same_name(entry_name, name) && (found.empty() || entry_name < found)) {
-            found = entry_name;
-        }
-    }
-    ::closedir(listing);
-    return found.empty() ? name : found;
-}
-
 }  // namespace
-
-std::string path_on_disk(const std::string& path) {
-    std::string name = path;
-    std::replace(name.begin(), name.end(), '\\', '/');
-    if (::access(name.c_str(), F_OK) == 0) {
-        return name;
-    }
-    std::string result;
-    for (std::size_t begin = 0; begin < name.size();) {
-        const std::size_t slash = std::min(name.find('/', begin), name.size());
-        const std::string part = name.substr(begin, slash - begin);
-        if (part.empty() || ::access((result + part).c_str(), F_OK) == 0) {
-            result += part;
-        } else {
-            result += entry_of(result, part);
-        }
-        if (slash < name.size()) {
-            result += '/';
-        }
-        begin = slash + 1;
-    }
-    return result;
-}
 
 std::string read_whole_file(const std::string& path) {
     const std::unique_ptr<Channel> channel = files().open(path, OpenMode::read_only);

@@ -10,6 +10,8 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/disk_names.h"
+
 namespace platform {
 
 /// An open file, addressed by 0-based byte position. Closed by its destructor.
@@ -61,10 +63,6 @@ class FileSystem {
     /// missing): there is nothing to wait for.
     [[nodiscard]] virtual bool permitted(const std::string& path) = 0;
 };
-
-/// The path as it stands on this machine: `\` becomes `/`, each name is looked up whatever its
-/// case; names that do not exist stay as given.
-[[nodiscard]] std::string path_on_disk(const std::string& path);
 
 /// Whole content of a file. Failures as FileSystem::open.
 [[nodiscard]] std::string read_whole_file(const std::string& path);

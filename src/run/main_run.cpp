@@ -16,6 +16,7 @@
 #include "files/recovery_slot.h"
 #include "history/quadri.h"
 #include "history/slip_images.h"
+#include "platform/disk_names.h"
 #include "platform/failure.h"
 #include "platform/stop_request.h"
 #include "platform/window.h"
@@ -214,6 +215,7 @@ void MAIN() {
     load_regional_table();
     read_installation();
     show_window();
+    const platform::KeptListings listings;  // the run lists the archive directory once
     finish_killed_run();
     open_files();
     read_yearly_tables();
