@@ -85,7 +85,7 @@ void set_up_run() {
     TUTTELEOP();
     read_period();
     INTATABIRP(slip.TABIRP);
-    INTATABIRP_AC_E_2006(slip.TABIRPAC);
+    INTATABIRP(slip.TABIRPAC);
     ModElaboraStorico::PREPARAELABSTORICO();
     read_fixed_data();
     keep_fixed_figures();
@@ -99,7 +99,7 @@ void write_back_company() {
         return;
     }
     blank_all_zero({T488, T489, T490, T491});
-    write_whole_record(kCompanies, company.DITTACORRENTE, as_record(kCompanies, area(Area::DITX)));
+    write_whole_record(kCompanies, company.DITTACORRENTE, area(Area::DITX));
 }
 
 [[noreturn]] void end_run_without_sector(double number) {
@@ -110,14 +110,14 @@ void write_back_company() {
 /// Reads sector T067; in 2014 a company with T714 = 1 gives an empty S332 its 0.33 percent.
 bool read_sector() {
     const double sector = num(T067);
-    if (LEGGIREC(kSectors, sector) == 1) {
+    if (read_table(kSectors, sector) == 1) {
         return false;
     }
     area(Area::SETX) = record_buffer(kSectors);
     if (num(T714) == 1 && num(S332) == 0 && period.year() == 2014) {
         scrivi(S332, 0.33);
-        write_whole_record(kSectors, sector, as_record(kSectors, area(Area::SETX)));
-        LEGGIREC(kSectors, sector);
+        write_whole_record(kSectors, sector, area(Area::SETX));
+        read_table(kSectors, sector);
         area(Area::SETX) = record_buffer(kSectors);
     }
     return ritaglia(testo(S001), 1, 2) != "99";

@@ -17,7 +17,7 @@ namespace {
 
 void clear_always() {
     svuota({P468, Q201, Q189, P633, Q710});
-    azzera(serie(P759, P762));
+    azzera(elenco<P759, P762>);
     azzera({PB55, PB56, P812, P820, PB06, PB08, PB10, PB11, PB14, PB15, PB09, PB07, PB18, PB25,
             PB26, PB29, PB02});
 }
@@ -27,9 +27,9 @@ void clear_saved_slip() {
     if (num(P281) == 1) {
         return;
     }
-    svuota(serie(P268, P281));
+    svuota(elenco<P268, P281>);
     svuota({PB03});
-    svuota(serie(P604, P606));
+    svuota(elenco<P604, P606>);
     svuota({Q881});
     azzera({PB07, PB09, P918, P924, P926, P928, P930});
     svuota({P749, P724, P764, P851, P883, P884});
@@ -45,7 +45,7 @@ void clear_days_and_rates(const StartingRates& rates) {
     scrivi(P225, rates.P225);
     scrivi(P227, rates.P227);
     svuota({P226});
-    svuota(serie(P228, P237));
+    svuota(elenco<P228, P237>);
 }
 
 /// Kind and date of this slip; by the date a later run knows a repeat of the month.
@@ -59,13 +59,13 @@ void mark_slip() {
 
 void clear_bases_and_amounts() {
     svuota({P240, P241, Q173});
-    svuota(serie(P242, P248));
+    svuota(elenco<P242, P248>);
     svuota({P081, P082, P559, P291, P292});
-    svuota(serie(P193, P195));
+    svuota(elenco<P193, P195>);
     if (num(P118) != 2) {
         svuota({Q052});
     }
-    svuota(serie(P250, P260));
+    svuota(elenco<P250, P260>);
     svuota({Q137, P196, P793, P794});
 }
 
@@ -78,12 +78,12 @@ void clear_contributions_and_taxes() {
 }
 
 void clear_month_figures() {
-    svuota(serie(P454, P456));
+    svuota(elenco<P454, P456>);
     svuota({P956, P458, P459, P451, P452, P499, P500, P765, P782, P535, P543});
-    svuota(serie(P546, P555));
+    svuota(elenco<P546, P555>);
     svuota({P561, P562, P813, P814, P878, P879, P902, P903, P911, P912});
     azzera({PC29, PC30});  // free and taxed part of a sports collaborator's line
-    for (const Descriptor& date : serie(PA25, PA32)) {
+    for (const Descriptor& date : elenco<PA25, PA32>) {
         scrivi(date, "00000000");
     }
 }
@@ -91,10 +91,10 @@ void clear_month_figures() {
 void clear_bonuses_and_incentives() {
     azzera({P905, Q938, Q939, P022, Q280, Q281, PC33, QA41, QA42, P907,
             P908, P920, P917, P940, P922, P925, P927, P929, PA49, PA52});
-    svuota(serie(Q621, Q633, 2));
+    svuota(elenco<Q621, Q633, 2>);
     svuota({Q970, Q973, P850, P852});
     azzera({P880, P889, P901, P220});
-    azzera(serie(P868, P870));
+    azzera(elenco<P868, P870>);
     azzera({P881, P882});
     if (rifilato(P916).empty()) {
         scrivi(P916, "0");

@@ -1,4 +1,5 @@
 #include <array>
+#include <span>
 #include <string>
 #include <utility>
 
@@ -112,7 +113,7 @@ constexpr std::array kSavedResults{
     Saved{P278, P250}, Saved{P279, Q162}, Saved{P280, Q163}};
 
 void write_employee() {
-    write_whole_record(kEmployees, slip.employee_record, as_record(kEmployees, area(Area::DIPX)));
+    write_whole_record(kEmployees, slip.employee_record, area(Area::DIPX));
 }
 
 }  // namespace
@@ -178,16 +179,18 @@ void RESTOCALCOLI() {
     MSG(list_line(calculated_status(num(P768), monthly_archive_exists())));
 }
 
-void blank_all_zero(const std::vector<Descriptor>& fields) {
+void blank_all_zero(std::span<const Descriptor> fields) {
     for (const Descriptor& field : fields) {
-        if (rifilato(field) == std::string(static_cast<std::size_t>(field.length), '0')) {
+        const std::string text = testo(field);
+        if (text.size() == static_cast<std::size_t>(field.length) &&
+            text.find_first_not_of('0') == std::string::npos) {
             svuota({field});
         }
     }
 }
 
 void blank_all_zero(std::initializer_list<Descriptor> fields) {
-    blank_all_zero(std::vector<Descriptor>(fields));
+    blank_all_zero(std::span(fields.begin(), fields.size()));
 }
 
 }  // namespace ModSWCALM

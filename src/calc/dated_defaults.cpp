@@ -39,7 +39,7 @@ constexpr std::array kDatedDefaults{
 };
 
 void rewrite_fixed_data() {
-    write_whole_record(kFixedData, 1, as_record(kFixedData, area(Area::FISX)));
+    write_whole_record(kFixedData, 1, area(Area::FISX));
     LEGGIREC(kFixedData, 1);
     area(Area::FISX) = record_buffer(kFixedData);
 }

@@ -2,8 +2,8 @@
 // The phases of one employee's slip, in the order in which CALC and RESTOCALCOLI run them.
 
 #include <initializer_list>
+#include <span>
 #include <string>
-#include <vector>
 
 #include "calc/dates.h"
 #include "records/descriptor.h"
@@ -66,6 +66,6 @@ void late_calculations();
 
 /// Blanks each text field that holds only zeros over its whole length.
 void blank_all_zero(std::initializer_list<MXREPOSITORY::Descriptor> fields);
-void blank_all_zero(const std::vector<MXREPOSITORY::Descriptor>& fields);
+void blank_all_zero(std::span<const MXREPOSITORY::Descriptor> fields);
 
 }  // namespace ModSWCALM

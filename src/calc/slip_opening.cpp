@@ -58,7 +58,7 @@ void reset_slip(double employee_record) {
 void read_employee(double employee_record) {
     LEGGIREC(kEmployees, employee_record);
     area(Area::DIPX) = record_buffer(kEmployees);
-    LEGGIREC(kSectors, num(T067));
+    read_table(kSectors, num(T067));
     area(Area::SETX) = record_buffer(kSectors);
     if (collaborator() && num(P090) <= 0) {
         scrivi(P090, 12);
@@ -73,7 +73,7 @@ void load_tax_brackets() {
         return;
     }
     INTATABIRP(slip.TABIRP);
-    INTATABIRP_AC_E_2006(slip.TABIRPAC);
+    INTATABIRP(slip.TABIRPAC);
 }
 
 /// Percentages of the employee's own contributions that his record turns on.
@@ -96,7 +96,7 @@ void apply_pay_scale() {
     slip.record_copy = area(Area::DIPX);
     PASSQUAL();
     area(Area::DIPX) = slip.record_copy;
-    record_buffer(kEmployees) = as_record(kEmployees, slip.record_copy);
+    fill_record(kEmployees, slip.record_copy);
 }
 
 void keep_days_of_previous_slip() {

@@ -25,7 +25,7 @@ using MXLIBRERIA::period;
 
 namespace {
 
-double sum_of(const std::vector<Descriptor>& fields) {
+double sum_of(std::span<const Descriptor> fields) {
     return std::accumulate(fields.begin(), fields.end(), 0.0,
                            [](double sum, const Descriptor& field) { return sum + num(field); });
 }
@@ -39,7 +39,7 @@ void collaborator_sums() {
     const double month_sum = num(P500) + num(P765) + num(P782);
     if (month_sum != 0) {
         scrivi(dopo(Q523, period.month() - 1), month_sum);
-        scrivi(Q680, sum_of(serie(Q523, Q534)));
+        scrivi(Q680, sum_of(elenco<Q523, Q534>));
     }
     const bool sports = num(PC23) != 0;
     aggiungi(Q520, num(P499) + (sports ? num(PC26) : 0));
@@ -145,7 +145,7 @@ void other_sums_to_date() {
     aggiungi(Q063, num(P201));
     aggiungi(Q068, num(P242));
     aggiungi(Q078, num(P243));
-    aggiungi(Q071, sum_of(serie(P228, P237)));
+    aggiungi(Q071, sum_of(elenco<P228, P237>));
     aggiungi(Q081, num(P238) + num(P239));
     aggiungi(Q066, std::max(0.0, slip.ESENTEB));
     aggiungi(Q062, Int(num(P444)));

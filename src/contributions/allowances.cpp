@@ -80,17 +80,13 @@ double bracket_limit(const std::string& record) {
 
 /// The record of the income's bracket; empty when the income is above all of them.
 std::string bracket_record(double file, double income) {
-    MXLIBRERIA::FAIOPEN(file);
-    std::string found;
-    for (double number = 1; MXLIBRERIA::LEGGIREC(file, number) != 1; ++number) {
+    for (double number = 1; MXLIBRERIA::read_table(file, number) != 1; ++number) {
         const std::string& record = MXLIBRERIA::record_buffer(file);
         if (income <= bracket_limit(record)) {
-            found = record;
-            break;
+            return record;
         }
     }
-    MXLIBRERIA::CHIUDI(file);
-    return found;
+    return {};
 }
 
 // ---- The household of the employee ----

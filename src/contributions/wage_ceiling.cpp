@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <array>
+#include <span>
 #include <string>
 
 #include "context/period.h"
@@ -45,9 +46,9 @@ void book_excess(double excess) {
     list_above_ceiling(num(F427));
 }
 
-/// First of the fields `first` to `last` that is not 0; 0 if there is none.
-double first_filled(const Descriptor& first, const Descriptor& last) {
-    for (const Descriptor& field : serie(first, last)) {
+/// First of the fields that is not 0; 0 if there is none.
+double first_filled(std::span<const Descriptor> fields) {
+    for (const Descriptor& field : fields) {
         if (num(field) != 0) {
             return num(field);
         }
@@ -97,9 +98,9 @@ void GESTIONE_RETR_CONVENZ_ESTERO() {
     }
     double wage = 0;
     if (num(P040) == kQualificationNine) {
-        wage = first_filled(S321, S329);
+        wage = first_filled(elenco<S321, S329>);
     } else if (num(P040) == kQualificationSeven) {
-        wage = first_filled(S313, S319);
+        wage = first_filled(elenco<S313, S319>);
     }
     if (wage == 0) {
         return;

@@ -223,6 +223,7 @@ double open_records(double n, OpenMode mode) {
     }
     FileTable::Entry& file = entry(n);
     close(file);
+    file.table.reset();
     const std::string path = path_to_open(n);
     const double length = file_table.last_length;
     if (length <= 0) {
@@ -276,7 +277,18 @@ std::uint64_t begin_record(double n, double record, std::string_view procedure) 
 
 void write_at(double n, std::uint64_t position, std::string_view bytes) {
     open_channel_of(n).write_at(position, bytes);
-    entry(n).unsynced = true;
+    FileTable::Entry& file = entry(n);
+    file.unsynced = true;
+    file.table.reset();
+}
+
+constexpr std::string_view kReading = "LEGGIREC (";
+
+/// What the file did not give is blanks; 1 where it ended, else 0.
+double end_reading(std::string& buffer, std::size_t got) {
+    std::fill(buffer.begin() + static_cast<std::ptrdiff_t>(got), buffer.end(), ' ');
+    file_table.last_read = got < buffer.size() ? 1 : 0;
+    return file_table.last_read;
 }
 
 }  // namespace
@@ -333,6 +345,7 @@ void CHIUDI(double n) {
     close_recovery_slot();
     for (FileTable::Entry& file : file_table.entries) {
         close(file);
+        file.table.reset();
     }
 }
 
@@ -359,16 +372,39 @@ void SCRIVIRIGA(double n, const std::string& line) {
 }
 
 double LEGGIREC(double n, double record) {
-    const std::uint64_t position = begin_record(n, record, "LEGGIREC (");
+    const std::uint64_t position = begin_record(n, record, kReading);
     std::string& buffer = record_buffer(n);
     if (read_from_step(n, record, buffer)) {
         file_table.last_read = 0;
         return 0;
     }
-    const std::size_t got = open_channel_of(n).read_at(position, buffer.data(), buffer.size());
-    std::fill(buffer.begin() + static_cast<std::ptrdiff_t>(got), buffer.end(), ' ');
-    file_table.last_read = got < buffer.size() ? 1 : 0;
-    return file_table.last_read;
+    return end_reading(buffer, open_channel_of(n).read_at(position, buffer.data(), buffer.size()));
+}
+
+void load_table(double n) {
+    FileTable::Entry& file = entry(n);
+    if (file.table) {
+        return;
+    }
+    const bool opened_here = file.channel == nullptr;
+    if (opened_here) {
+        FAIOPEN(n);
+    }
+    std::string content(file.channel->length(), ' ');
+    content.resize(file.channel->read_at(0, content.data(), content.size()));
+    file.table = std::move(content);
+    if (opened_here) {
+        close(file);
+    }
+}
+
+double read_table(double n, double record) {
+    load_table(n);
+    const std::uint64_t position = begin_record(n, record, kReading);
+    const std::string& content = *entry(n).table;
+    std::string& buffer = record_buffer(n);
+    const std::size_t start = std::min<std::size_t>(position, content.size());
+    return end_reading(buffer, content.copy(buffer.data(), buffer.size(), start));
 }
 
 void SCRIVIREC(double n, double record, const std::string& text) {
@@ -400,6 +436,11 @@ void sync_file(double n) {
     }
 }
 
+void write_record(double n, double record, std::string_view text) {
+    fill_record(n, text);
+    SCRIVIREC(n, record);
+}
+
 double VERBASE(double n) {
     if (n <= 0) {
         return 0;
@@ -415,6 +456,7 @@ void ELIMINA(double n) {
     }
     const PlaceholderValues saved = placeholders();
     close(entry(n));
+    entry(n).table.reset();
     if (VERBASE(n) == 0) {
         return;
     }
@@ -492,8 +534,11 @@ void CHIUDISEMA() {
     CHIUDI(kSemaphore);
 }
 
-std::string as_record(double n, const std::string& text) {
-    return MXREPOSITORY::a_sinistra(text, static_cast<std::size_t>(entry(n).LUNGHEZZE));
+void fill_record(double n, std::string_view text) {
+    FileTable::Entry& file = entry(n);
+    const auto length = static_cast<std::size_t>(file.LUNGHEZZE);
+    file.RECORD.assign(text.substr(0, length));
+    file.RECORD.resize(length, ' ');
 }
 
 }  // namespace MXLIBRERIA

@@ -12,6 +12,7 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -38,9 +39,10 @@ struct FileTable : PlaceholderValues {
         double LUNGHEZZE = 0;     ///< record length from NZBASE.DAT
         double ULTIMOREC = 0;     ///< last record number read or written
         std::unique_ptr<platform::Channel> channel;
-        std::string text;                 ///< content of a text file opened for input
-        std::uint64_t text_position = 0;  ///< next byte of a text file
-        bool unsynced = false;            ///< holds records that sync_file has not seen
+        std::string text;                  ///< content of a text file opened for input
+        std::optional<std::string> table;  ///< content of a table, kept from its first use
+        std::uint64_t text_position = 0;   ///< next byte of a text file
+        bool unsynced = false;             ///< holds records that sync_file has not seen
     };
     std::array<Entry, kLogicalFiles + 1> entries;
     double last_length = 0;  ///< record length of the last DAMMIFILE$; 0 where it is no number
@@ -82,6 +84,15 @@ double LEGGIREC(double n, double record);
 /// Writes `text` (or the buffer, if it is empty); its length must be the record length (else 59).
 /// Inside a step of the recovery slot it reaches the file at the end of the step.
 void SCRIVIREC(double n, double record, const std::string& text = {});
+/// SCRIVIREC of a text cut or blank-filled to the record length, an empty text as blanks.
+void write_record(double n, double record, std::string_view text);
+
+/// LEGGIREC of a table that the run does not change: the file is read whole at its first use (and
+/// opened for that where it is closed). It is read anew after FAIOPEN, after a SCRIVIREC to it, and
+/// when everything has been closed.
+double read_table(double n, double record);
+/// Its first use, where no record is wanted yet. Failures as FAIOPEN.
+void load_table(double n);
 
 /// 1 if the file exists and is not empty, else 0.
 [[nodiscard]] double VERBASE(double n);
@@ -104,7 +115,7 @@ void sync_file(double n);
 void APRISEMA();
 void CHIUDISEMA();
 
-/// Text left-aligned in the record length of n (cut or blank-filled), for SCRIVIREC.
-[[nodiscard]] std::string as_record(double n, const std::string& text);
+/// RECORD$(n) as write_record would write it: the text left-aligned in the record length.
+void fill_record(double n, std::string_view text);
 
 }  // namespace MXLIBRERIA

@@ -321,9 +321,9 @@ void SlotStep::commit() {
     }
 }
 
-void write_whole_record(double n, double record, const std::string& text) {
+void write_whole_record(double n, double record, std::string_view text) {
     SlotStep step;
-    SCRIVIREC(n, record, text);
+    write_record(n, record, text);
     step.commit();
 }
 

@@ -75,8 +75,8 @@ class SlotStep {
     bool outermost_;
 };
 
-/// SCRIVIREC as a step of its own.
-void write_whole_record(double n, double record, const std::string& text);
+/// write_record as a step of its own.
+void write_whole_record(double n, double record, std::string_view text);
 
 /// A record that was in the slot of a killed run and now stands in its file.
 struct FinishedRecord {

@@ -84,13 +84,8 @@ void store_entry(std::string_view record, std::int32_t base) {
 void load_file(int logical_file, char letter) {
     const std::int32_t base = begin_letter(letter);
     const double n = logical_file;
-    const bool opened_here =
-        MXLIBRERIA::file_table.entries.at(static_cast<std::size_t>(logical_file)).CANALI == 0;
-    if (opened_here) {
-        MXLIBRERIA::FAIOPEN(n);
-    }
     for (double record = 1; record <= kLastDictionaryRecord; ++record) {
-        if (MXLIBRERIA::LEGGIREC(n, record) == 1) {
+        if (MXLIBRERIA::read_table(n, record) == 1) {
             break;
         }
         store_entry(MXLIBRERIA::record_buffer(n), base);
@@ -98,9 +93,6 @@ void load_file(int logical_file, char letter) {
     entry_of(letter).last = highest_index();
     std::string& index = repository.INDICELETTERE;
     index.replace(index.size() - 4, 4, zeri_a_sinistra(std::to_string(highest_index()), 4));
-    if (opened_here) {
-        MXLIBRERIA::CHIUDI(n);
-    }
 }
 
 }  // namespace

@@ -170,9 +170,33 @@ std::optional<NamedField> target_field(std::string_view name, double spostamento
     return field;
 }
 
-constexpr double kFirstLineSlot = 401;
-constexpr double kLastLineSlot = 500;
+constexpr int kFirstLineSlot = 401;
+constexpr int kLastLineSlot = 500;
 constexpr std::size_t kLineWidth = 35;
+constexpr std::size_t kBlockWidth = (kLastLineSlot - kFirstLineSlot + 1) * kLineWidth;
+
+/// Where the block of lines begins in the record, 0-based, where the dictionary has the slots as
+/// texts of 35 characters one behind the other: it is then one piece of the record. Nothing where
+/// it has them otherwise, or where the record ends before the block.
+std::optional<std::size_t> start_of_block() {
+    const std::int32_t base = base_of('Q');
+    if (base < 0 || base + kLastLineSlot > highest_index()) {
+        return std::nullopt;
+    }
+    const auto first = static_cast<std::size_t>(base + kFirstLineSlot);
+    const int start = repository.fields[first].offset;
+    for (std::size_t line = 0; line * kLineWidth < kBlockWidth; ++line) {
+        const Repository::Field& field = repository.fields[first + line];
+        const std::string& entry = repository.TABELLACAMPI[first + line];
+        if (field.offset != start + static_cast<int>(line * kLineWidth) ||
+            field.length != static_cast<int>(kLineWidth) || entry[7] != 'A') {
+            return std::nullopt;
+        }
+    }
+    const auto begin = static_cast<std::size_t>(start) - 1;
+    const bool whole = begin + kBlockWidth <= area(area_of_letter('Q')).size();
+    return whole ? std::optional(begin) : std::nullopt;
+}
 
 }  // namespace
 
@@ -222,17 +246,25 @@ void XREPOW(std::string_view name, double spostamento, const std::string& value)
 }
 
 std::string leggi_blocco_righe() {
+    if (const std::optional<std::size_t> start = start_of_block()) {
+        repository.type = "A";
+        return area(area_of_letter('Q')).substr(*start, kBlockWidth);
+    }
     std::string lines;
-    lines.reserve(static_cast<std::size_t>(kLastLineSlot - kFirstLineSlot + 1) * kLineWidth);
-    for (double slot = kFirstLineSlot; slot <= kLastLineSlot; ++slot) {
+    lines.reserve(kBlockWidth);
+    for (int slot = kFirstLineSlot; slot <= kLastLineSlot; ++slot) {
         lines += XREPOR("Q", slot, {});
     }
     return lines;
 }
 
 void scrivi_blocco_righe(const std::string& lines) {
+    if (const std::optional<std::size_t> start = start_of_block()) {
+        area(area_of_letter('Q')).replace(*start, kBlockWidth, a_sinistra(lines, kBlockWidth));
+        return;
+    }
     std::size_t position = 1;
-    for (double slot = kFirstLineSlot; slot <= kLastLineSlot; ++slot) {
+    for (int slot = kFirstLineSlot; slot <= kLastLineSlot; ++slot) {
         XREPOW("Q", slot, std::string(ritaglia(lines, position, kLineWidth)));
         position += kLineWidth;
     }

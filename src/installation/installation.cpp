@@ -255,7 +255,7 @@ void Installation::write(int file, int record, const std::string& bytes) {
     for (int missing = present + 1; missing < record; ++missing) {
         MXLIBRERIA::SCRIVIREC(file, missing, record_left_out(file, length));
     }
-    MXLIBRERIA::SCRIVIREC(file, record, MXLIBRERIA::as_record(file, bytes));
+    MXLIBRERIA::write_record(file, record, bytes);
 }
 
 void Installation::write_all(int file, const std::vector<std::string>& records) {

@@ -365,7 +365,7 @@ Outcome drop(const CalculatedSlip& slip) {
             return moved;
         }
     }
-    for (const Descriptor& line : serie(Q401, Q500)) {
+    for (const Descriptor& line : elenco<Q401, Q500>) {
         if (slip.text(line) != slip.text_before(line)) {
             return Mismatch{slip.text_before(line), slip.text(line)};
         }

@@ -176,7 +176,7 @@ bool item_line(Lines& lines, const Installation& installation, const std::string
 }
 
 void item_lines(Lines& lines, const Installation& installation) {
-    for (const Descriptor& field : serie(Q401, Q500)) {
+    for (const Descriptor& field : elenco<Q401, Q500>) {
         if (!item_line(lines, installation, testo(field))) {
             return;
         }

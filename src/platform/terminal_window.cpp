@@ -218,13 +218,11 @@ class TerminalWindow final : public Window {
         }
         shown_percent_ = percent;
         clear_progress();
-        std::cerr << walk_.label << done << '/' << total << " (" << percent << "%)";
-        if (progress_in_place_) {
-            std::cerr << std::flush;
-            progress_stands_ = true;
-        } else {
-            std::cerr << std::endl;
-        }
+        // One text, as the error stream passes each piece on by itself.
+        std::cerr << walk_.label + std::to_string(done) + "/" +
+                         std::to_string(total) + " (" + std::to_string(percent) + "%)" +
+                         (progress_in_place_ ? "" : "\n");
+        progress_stands_ = progress_in_place_;
     }
 
     void show_modal() override {

@@ -121,6 +121,10 @@ consteval Descriptor cut(std::string_view text) {
     return d;
 }
 
+/// All fields of an area at compile time, where the area's header is included.
+template <Area which>
+inline constexpr std::span<const Descriptor> kFieldsOf{};
+
 /// All fields of an area in the order of its data file; empty for the areas without data here.
 [[nodiscard]] std::span<const Descriptor> fields_of(Area area);
 

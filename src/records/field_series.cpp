@@ -17,19 +17,10 @@ void write_all(const List& fields, Value value) {
     }
 }
 
-/// The letters of a series and where its number starts: "P" and 1, "QA" and 2.
-std::size_t letters_of(std::string_view code) {
-    return code[1] >= '0' && code[1] <= '9' ? 1 : 2;
-}
-
 std::string code_in_series(std::string_view sample, int number) {
     const std::size_t letters = letters_of(sample);
     return std::string(sample.substr(0, letters)) +
            zeri_a_sinistra(std::to_string(number), 4 - letters);
-}
-
-int number_in_series(std::string_view code) {
-    return static_cast<int>(valore(code.substr(letters_of(code))));
 }
 
 }  // namespace
@@ -42,11 +33,11 @@ void svuota(std::initializer_list<Descriptor> fields) {
     write_all(fields, "");
 }
 
-void azzera(const std::vector<Descriptor>& fields) {
+void azzera(std::span<const Descriptor> fields) {
     write_all(fields, 0.0);
 }
 
-void svuota(const std::vector<Descriptor>& fields) {
+void svuota(std::span<const Descriptor> fields) {
     write_all(fields, "");
 }
 

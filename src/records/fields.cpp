@@ -202,10 +202,17 @@ void put_text(char* field, std::size_t length, std::string_view text) {
     std::fill_n(field + text.size(), length - text.size(), ' ');
 }
 
+bool plain_digits(std::string_view text) {
+    return std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
+}
+
 /// Digits of a number without its sign, the decimals of the field implied.
 std::string implied_digits(std::string_view number, const Descriptor& d) {
     std::string v(number);
     const auto decimals = static_cast<std::size_t>(d.decimals());
+    if (number.size() <= kExactDigits && plain_digits(number)) {
+        return v.append(decimals, '0');  // a whole number needs no rounding
+    }
     if (decimals > 0) {
         v = arrotondato_testo(valore(v), d.decimals());
     }
@@ -222,10 +229,6 @@ std::string implied_digits(std::string_view number, const Descriptor& d) {
         return v;
     }
     return v.substr(0, point) + v.substr(point + 1, decimals);
-}
-
-bool plain_digits(std::string_view text) {
-    return std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
 }
 
 /// The place of `length` characters in the target.
@@ -250,6 +253,10 @@ double read_number(const Descriptor& d, std::int16_t occurrence, const std::stri
 /// Stores a text whose comma is already a point.
 void write_characters(const Descriptor& d, std::string_view value, const Target& target) {
     const auto length = static_cast<std::size_t>(d.length);
+    if (value.empty()) {
+        std::fill_n(place(target, length), length, d.type == 'A' ? ' ' : '0');
+        return;
+    }
     if (d.type == 'A') {
         put_text(place(target, length), length, value);
         return;

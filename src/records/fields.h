@@ -2,9 +2,12 @@
 // Record areas and the four accessors, the only way to a value in a record, with short forms of
 // them for formulas.
 
+#include <algorithm>
+#include <array>
 #include <concepts>
 #include <cstdint>
 #include <initializer_list>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -81,12 +84,56 @@ void azzera(std::initializer_list<Descriptor> fields);
 /// Writes an empty text to each field (blanks in text fields, zeros in numeric ones).
 void svuota(std::initializer_list<Descriptor> fields);
 
-/// The fields from `first` to `last` of one series ("Q205" to "Q213"): existing codes between the
-/// two numbers under the same letters, in ascending order; with a step, every step-th number.
+void azzera(std::span<const Descriptor> fields);
+void svuota(std::span<const Descriptor> fields);
+
+/// The letters of a code, and where its number starts: "P" and 1, "QA" and 2.
+[[nodiscard]] constexpr std::size_t letters_of(std::string_view code) {
+    return code[1] >= '0' && code[1] <= '9' ? 1 : 2;
+}
+/// The number of a code in its series: 205 of "Q205", 5 of "QA05".
+[[nodiscard]] constexpr int number_in_series(std::string_view code) {
+    int number = 0;
+    for (const char c : code.substr(letters_of(code))) {
+        number = number * 10 + (c - '0');
+    }
+    return number;
+}
+
+/// Is the code one of every step-th number from `first` to `last`?
+[[nodiscard]] constexpr bool in_series(std::string_view code, std::string_view first,
+                                       std::string_view last, int step) {
+    const std::size_t letters = letters_of(first);
+    if (letters_of(code) != letters || code.substr(0, letters) != first.substr(0, letters)) {
+        return false;
+    }
+    const int distance = number_in_series(code) - number_in_series(first);
+    return distance >= 0 && distance % step == 0 &&
+           number_in_series(code) <= number_in_series(last);
+}
+
+/// The table behind `elenco`.
+template <Descriptor first, Descriptor last, int step>
+consteval auto make_elenco() {
+    constexpr auto belongs = [](const Descriptor& field) {
+        return in_series(field.name(), first.name(), last.name(), step);
+    };
+    constexpr std::span<const Descriptor> all = kFieldsOf<first.area>;
+    std::array<Descriptor, static_cast<std::size_t>(std::ranges::count_if(all, belongs))> fields{};
+    static_assert(!fields.empty());
+    std::ranges::copy_if(all, fields.begin(), belongs);
+    std::ranges::sort(fields, {},
+                      [](const Descriptor& field) { return number_in_series(field.name()); });
+    return fields;
+}
+/// The fields from `first` to `last` of one series, elenco<Q205, Q213>: the codes that exist
+/// between the two numbers under the same letters, in ascending order; with a step, every step-th
+/// number. One table, made at compile time.
+template <Descriptor first, Descriptor last, int step = 1>
+inline constexpr auto elenco = make_elenco<first, last, step>();
+/// The same for codes that are known only when the program runs.
 [[nodiscard]] std::vector<Descriptor> serie(const Descriptor& first, const Descriptor& last,
                                             int step = 1);
-void azzera(const std::vector<Descriptor>& fields);
-void svuota(const std::vector<Descriptor>& fields);
 
 /// field number + distance in the same series: dopo(J001, 12) is J013. Failure 9 if there is none.
 [[nodiscard]] const Descriptor& dopo(const Descriptor& field, int distance);

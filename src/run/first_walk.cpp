@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -64,7 +65,7 @@ bool load_company(double company_number, double& last_company) {
 /// Sector of the company; without one the area is empty, and not that of the company before.
 void load_sector() {
     const double sector = num(T067);
-    if (sector != 0 && LEGGIREC(kSectors, sector) != 1) {
+    if (sector != 0 && read_table(kSectors, sector) != 1) {
         area(Area::SETX) = record_buffer(kSectors);
     } else {
         area(Area::SETX).clear();
@@ -126,34 +127,32 @@ bool already_calculated() {
 
 // ---- Clearing of the month ----
 
-/// First and last row of the twelve-month table that a new month clears; one row every 12 codes.
-struct Rows {
-    Descriptor first;
-    Descriptor last;
-};
+/// Rows of the twelve-month table that a new month clears; one row every 12 codes.
 constexpr int kMonthsOfRow = 12;
-constexpr std::array<Rows, 3> kRowsOfMonth{{{J001, J301}, {J351, J519}, {J551, J767}}};
+constexpr std::array<std::span<const Descriptor>, 3> kRowsOfMonth{elenco<J001, J301, kMonthsOfRow>,
+                                                                  elenco<J351, J519, kMonthsOfRow>,
+                                                                  elenco<J551, J767, kMonthsOfRow>};
 
 void clear_month_cells(double employee) {
     if (LEGGIREC(kTwelveMonths, employee) == 1) {
         return;
     }
     area(Area::DICX) = record_buffer(kTwelveMonths);
-    for (const Rows& rows : kRowsOfMonth) {
-        for (const Descriptor& row : serie(rows.first, rows.last, kMonthsOfRow)) {
+    for (const std::span<const Descriptor> rows : kRowsOfMonth) {
+        for (const Descriptor& row : rows) {
             scrivi(row, "0", period.month());
         }
     }
-    SCRIVIREC(kTwelveMonths, employee, as_record(kTwelveMonths, area(Area::DICX)));
+    write_record(kTwelveMonths, employee, area(Area::DICX));
     area(Area::DICX).clear();
 }
 
 /// January: the sums of the year start again.
 void clear_year_sums() {
     if (period.month() == 1) {
-        azzera(serie(Q641, Q657));
+        azzera(elenco<Q641, Q657>);
         azzera({Q276, Q277});
-        azzera(serie(Q658, Q668));
+        azzera(elenco<Q658, Q668>);
         azzera({Q670});
     }
 }
@@ -252,7 +251,7 @@ void prepare_employee(const SelectionEntry& entry, const std::string& before_ima
     ModSwCalm2::INCREMENTAMESIFP();
     SlotStep step;
     keep_before_image(before_image);
-    SCRIVIREC(kEmployees, entry.employee_record, as_record(kEmployees, area(Area::DIPX)));
+    write_record(kEmployees, entry.employee_record, area(Area::DIPX));
     step.commit();
     CHIUDISEMA();
 }

@@ -108,7 +108,7 @@ constexpr std::array<DatedParameter, 3> kDatedParameters{{
 
 void correct_yearly_tables() {
     correct_dated_parameters();
-    write_whole_record(kFixedData, 1, as_record(kFixedData, area(Area::FISX)));
+    write_whole_record(kFixedData, 1, area(Area::FISX));
     read_yearly_tables();
 }
 

@@ -68,7 +68,7 @@ bool is_number(const std::string& text) {
 
 /// Reads the contract into CONX$; false, with a message, if it is missing or deleted.
 bool read_contract(double number) {
-    if (LEGGIREC(kContracts, number) != 1) {
+    if (read_table(kContracts, number) != 1) {
         area(Area::CONX) = record_buffer(kContracts);
         if (rifilato(G500) != "99") {
             return true;
@@ -117,7 +117,7 @@ void reduce_contract(std::int16_t grade, const std::string& percentage) {
 
 void copy_contract_of_employee() {
     const std::string today = period_date();
-    FAIOPEN(kContracts);
+    load_table(kContracts);
     const double number = copy_num(P331);
     const auto grade = static_cast<std::int16_t>(copy_num(P332) == 0 ? 1 : copy_num(P332));
     const std::string percentage = copy_text(P333);
@@ -127,7 +127,6 @@ void copy_contract_of_employee() {
         set_contract_seniority(grade);
         copy_scale(grade);
     }
-    CHIUDI(kContracts);
 }
 
 }  // namespace

@@ -105,16 +105,34 @@ constexpr int kFirstAlternateCell = 21;
 constexpr std::size_t kLimitWidth = 9;
 constexpr std::size_t kRateWidth = 3;
 
-void load_brackets(BracketTable& table, double file, int first_cell) {
+/// Fills the cells from the first one on; returns how many rows the file holds.
+int load_brackets(BracketTable& table, double file, int first_cell) {
     for (int k = 0; k < kBrackets; ++k) {
         if (LEGGIREC(file, k + 1) == 1) {
-            return;
+            return k;
         }
         const std::string& record = record_buffer(file);
         table.set(first_cell + 2 * k, valore(ritaglia(record, 1, kLimitWidth)));
         table.set(first_cell + 2 * k + 1,
                   valore(ritaglia(record, kLimitWidth + 1, kRateWidth)) / 10);
     }
+    return kBrackets;
+}
+
+const LoadedBrackets& brackets_of_run() {
+    if (!run_tables.brackets) {
+        LoadedBrackets read;
+        read.rows = load_brackets(read.table, kTaxBrackets, kFirstCell);
+        read.alternate_rows = load_brackets(read.table, kSeveranceBrackets, kFirstAlternateCell);
+        run_tables.brackets = read;
+    }
+    return *run_tables.brackets;
+}
+
+/// Copies rows of a limit and a rate.
+void copy_rows(const BracketTable& from, BracketTable& to, int first_cell, int rows) {
+    const auto* first = from.cells.begin() + first_cell;
+    std::copy_n(first, 2 * rows, to.cells.begin() + first_cell);
 }
 
 struct Bracket {
@@ -166,6 +184,7 @@ void first_rate() {
 
 void TUTTELEOP() {
     TRACCIA("TUTTELEOP");
+    run_tables.brackets.reset();
     for (const int file : {kPeriod, kSelection, kTwelveMonths, kCompanies, kEmployees, kFixedData,
                            kSectors, kPayItems, kTaxBrackets, kYearTables, kSeveranceBrackets,
                            kCertificates, kCertificateIndex}) {
@@ -185,14 +204,9 @@ void CARICAFISSO(std::array<double, 57>& table) {
 
 void INTATABIRP(BracketTable& table) {
     TRACCIA("INTATABIRP");
-    load_brackets(table, kTaxBrackets, kFirstCell);
-    load_brackets(table, kSeveranceBrackets, kFirstAlternateCell);
-}
-
-void INTATABIRP_AC_E_2006(BracketTable& table) {
-    TRACCIA("INTATABIRP_AC_E_2006");
-    load_brackets(table, kTaxBrackets, kFirstCell);
-    load_brackets(table, kSeveranceBrackets, kFirstAlternateCell);
+    const LoadedBrackets& brackets = brackets_of_run();
+    copy_rows(brackets.table, table, kFirstCell, brackets.rows);
+    copy_rows(brackets.table, table, kFirstAlternateCell, brackets.alternate_rows);
 }
 
 void brackets_of_2023() {

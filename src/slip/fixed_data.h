@@ -9,10 +9,9 @@ namespace ModSWCALM {
 void TUTTELEOP();
 /// Fills TABFISSO from the current FISX$.
 void CARICAFISSO(std::array<double, 57>& table);
-/// Brackets of files 18 (cells 1 to 20) and 276 (cells 21 to 40).
+/// Brackets of files 18 (cells 1 to 20) and 276 (cells 21 to 40), read once a run; rows that a file
+/// does not hold leave the cells as they are. The table of severance pay is filled by it too.
 void INTATABIRP(BracketTable& table);
-/// The same algorithm, for the severance table.
-void INTATABIRP_AC_E_2006(BracketTable& table);
 /// The brackets of 2023 into both tables (employment ended on 31 December 2023).
 void brackets_of_2023();
 /// PCTCONTR of the employee from employee, company and sector.

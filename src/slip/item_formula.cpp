@@ -21,6 +21,9 @@ std::string formula_cell(int n) {
 }
 
 bool formula_reads(std::string_view field) {
+    if (area(Area::FOTX).find(field) == std::string::npos) {
+        return false;
+    }
     for (int n = 1; n <= kFormulaCells; ++n) {
         const std::string cell = formula_cell(n);
         if (!cell.empty() && cell.front() != '=' &&

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -18,6 +19,13 @@ struct BracketTable {
     void set(double index, double value);
 };
 
+/// The bracket files as the run has read them: a file may end before its tenth row.
+struct LoadedBrackets {
+    BracketTable table;
+    int rows = 0;            ///< of cells 1 to 20
+    int alternate_rows = 0;  ///< of cells 21 to 40
+};
+
 /// A line of the treasury fund's control list: an employee who left, with what the month's
 /// contributions can bear.
 struct TreasuryRow {
@@ -30,7 +38,8 @@ struct TreasuryRow {
 
 /// What lives as long as the run.
 struct RunTables {
-    std::array<double, 57> TABFISSO{};  ///< fixed data, 1 to 56
+    std::optional<LoadedBrackets> brackets;  ///< read once, copied for each employee
+    std::array<double, 57> TABFISSO{};       ///< fixed data, 1 to 56
     double F197 = 0;
     double F199 = 0;
     double F162 = 0;

@@ -106,7 +106,7 @@ void store_slip_table() {
 }
 
 bool read_item(double code) {
-    if (LEGGIREC(kPayItems, code) == 1) {
+    if (read_table(kPayItems, code) == 1) {
         return false;
     }
     area(Area::FOTX) = record_buffer(kPayItems);

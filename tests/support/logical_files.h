@@ -28,6 +28,8 @@ class LogicalFiles {
             bytes.resize(record * length, ' ');
         }
         archive_.directory().write(name, bytes.replace((record - 1) * length, length, text));
+        // What a run has kept of a table is not what the file now holds.
+        MXLIBRERIA::file_table.entries.at(static_cast<std::size_t>(n)).table.reset();
     }
     /// The record as the file holds it; empty if there is none.
     [[nodiscard]] std::string get(int n, std::size_t record) const {

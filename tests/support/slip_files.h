@@ -48,6 +48,7 @@ class SlipFiles {
             content += padded;
         }
         archive_.write(name_of(n), content);
+        MXLIBRERIA::file_table.entries.at(static_cast<std::size_t>(n)).table.reset();
     }
     void open_file(int n, std::size_t length, const std::vector<std::string>& records) {
         file(n, length, records);

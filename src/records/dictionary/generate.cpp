@@ -109,7 +109,12 @@ void write_header(const std::filesystem::path& directory, const std::string& are
             << row.columns << ',' << row.code << "\");"
             << (row.meaning.empty() ? "" : "  ///< " + row.meaning) << '\n';
     }
-    out << "\n}  // namespace MXREPOSITORY\n";
+    out << "\ninline constexpr std::array<Descriptor, " << rows.size() << "> kAll" << area << "{\n";
+    for (const Row& row : rows) {
+        out << row.code << ",\n";
+    }
+    out << "};\ntemplate <>\ninline constexpr std::span<const Descriptor> kFieldsOf<Area::" << area
+        << ">{kAll" << area << "};\n\n}  // namespace MXREPOSITORY\n";
 }
 
 /// A function that returns the table of an area; the tables' names begin with `prefix`.
@@ -125,20 +130,12 @@ void write_choice(std::ostream& out, const std::string& function, const std::str
 void write_tables(const std::filesystem::path& directory, const std::vector<std::string>& areas,
                   const std::vector<std::vector<Row>>& rows) {
     std::ofstream out(directory / "tables.cpp");
-    out << "// Generated from the data files of the dictionary.\n\n#include <array>\n#include "
-           "<span>\n\n"
+    out << "// Generated from the data files of the dictionary.\n\n#include <array>\n#include <span>\n\n"
         << "#include \"records/descriptor.h\"\n";
     for (const std::string& area : areas) {
         out << "#include \"records/dictionary/" << area << ".h\"\n";
     }
     out << "\nnamespace MXREPOSITORY {\n\nnamespace {\n\n";
-    for (std::size_t i = 0; i < areas.size(); ++i) {
-        out << "constexpr std::array<Descriptor, " << rows[i].size() << "> k" << areas[i] << "{";
-        for (const Row& row : rows[i]) {
-            out << row.code << ",\n";
-        }
-        out << "};\n";
-    }
     for (std::size_t i = 0; i < areas.size(); ++i) {
         out << "constexpr auto kUsed" << areas[i] << " = std::to_array<Descriptor>({";
         for (const Row& row : rows[i]) {
@@ -147,7 +144,7 @@ void write_tables(const std::filesystem::path& directory, const std::vector<std:
         out << "});\n";
     }
     out << "\n}  // namespace\n\n";
-    write_choice(out, "fields_of", "k", areas);
+    write_choice(out, "fields_of", "kAll", areas);
     write_choice(out, "used_fields_of", "kUsed", areas);
     out << "}  // namespace MXREPOSITORY\n";
 }

@@ -382,8 +382,14 @@ TEST_F(LogicalFiles, TextIsFittedToTheRecord) {
     archive_.define(2, "A.DAT", 3);
     archive_.write("A.DAT", "aaa");
     FAIOPEN(2);
-    EXPECT_EQ(as_record(2, "x"), "x  ");
-    EXPECT_EQ(as_record(2, "wxyz"), "wxy");
+    write_record(2, 1, "x");
+    EXPECT_EQ(archive_.read("A.DAT"), "x  ");
+    write_record(2, 1, "wxyz");
+    EXPECT_EQ(archive_.read("A.DAT"), "wxy");
+    write_record(2, 1, "");
+    EXPECT_EQ(archive_.read("A.DAT"), "   ");
+    fill_record(2, "vw");
+    EXPECT_EQ(record_buffer(2), "vw ");
 }
 
 // --- Text files
@@ -490,6 +496,66 @@ TEST_F(LogicalFiles, RicreafileWorksOnADisk) {
     RICREAFILE(2);
     EXPECT_EQ(disk.read("A.DAT"), "");
     EXPECT_NE(file_table.entries[2].CANALI, 0);
+}
+
+// --- Tables that the run does not change
+
+class Tables : public LogicalFiles {
+  protected:
+    void SetUp() override {
+        LogicalFiles::SetUp();
+        archive_.define(8, "SECTORS.DAT", 4);
+        archive_.write("SECTORS.DAT", "aaaabbbbcc");
+    }
+    /// Record 1 as the run sees it.
+    static std::string first_record() {
+        read_table(8, 1);
+        return record_buffer(8);
+    }
+};
+
+TEST_F(Tables, ARecordIsReadAsFromTheFile) {
+    FAIOPEN(8);
+    EXPECT_EQ(read_table(8, 2), 0);
+    EXPECT_EQ(record_buffer(8), "bbbb");
+    EXPECT_EQ(file_table.entries[8].ULTIMOREC, 2);
+    EXPECT_EQ(trace_ring.slots.at(static_cast<std::size_t>(trace_ring.index)), "LEGGIREC (8-2)");
+    EXPECT_EQ(read_table(8, 3), 1);  // cut short
+    EXPECT_EQ(record_buffer(8), "cc  ");
+    EXPECT_EQ(read_table(8, 4), 1);  // beyond the end
+    EXPECT_EQ(record_buffer(8), "    ");
+    EXPECT_EQ(file_table.last_read, 1);
+    EXPECT_EQ(failure_of([] { read_table(8, 0); }), platform::kBadRecordNumber);
+}
+
+TEST_F(Tables, TheFileIsReadOnce) {
+    FAIOPEN(8);
+    EXPECT_EQ(first_record(), "aaaa");
+    archive_.write("SECTORS.DAT", "xxxxyyyy");
+    EXPECT_EQ(first_record(), "aaaa");
+    FAIOPEN(8);
+    EXPECT_EQ(first_record(), "xxxx");
+}
+
+TEST_F(Tables, WhatTheRunWritesIsReadAnew) {
+    FAIOPEN(8);
+    EXPECT_EQ(first_record(), "aaaa");
+    SCRIVIREC(8, 1, "zzzz");
+    EXPECT_EQ(first_record(), "zzzz");
+}
+
+TEST_F(Tables, AClosedTableIsOpenedForItsReadingAlone) {
+    EXPECT_EQ(first_record(), "aaaa");
+    EXPECT_EQ(file_table.entries[8].CANALI, 0);
+    archive_.write("SECTORS.DAT", "xxxx");
+    EXPECT_EQ(first_record(), "aaaa");
+    CHIUDI(0);
+    EXPECT_EQ(first_record(), "xxxx");
+}
+
+TEST_F(Tables, AMissingTableIs53) {
+    archive_.define(8, "NONE.DAT", 4);
+    EXPECT_EQ(failure_of([] { load_table(8); }), platform::kFileNotFound);
 }
 
 }  // namespace

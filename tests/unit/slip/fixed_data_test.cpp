@@ -120,12 +120,27 @@ TEST_F(Brackets, AShortFileLeavesTheRestOfTheTable) {
     }
     open_file(18, 12, {"028000.00230"});
     open_file(276, 12, {});
-    INTATABIRP_AC_E_2006(table_);
+    INTATABIRP(table_);
     EXPECT_DOUBLE_EQ(table_.at(1), 28000);
     EXPECT_DOUBLE_EQ(table_.at(2), 23);
     for (int cell = 3; cell <= 40; ++cell) {
         EXPECT_DOUBLE_EQ(table_.at(cell), cell);
     }
+}
+
+TEST_F(Brackets, AreReadOnceARun) {
+    open_file(18, 12, {"028000.00230"});
+    open_file(276, 12, {"026000.00230"});
+    INTATABIRP(table_);
+    open_file(18, 12, {"030000.00240"});
+    BracketTable second;
+    INTATABIRP(second);
+    EXPECT_DOUBLE_EQ(second.at(1), 28000);
+    EXPECT_DOUBLE_EQ(second.at(21), 26000);
+    run_tables = RunTables{};
+    INTATABIRP(second);
+    EXPECT_DOUBLE_EQ(second.at(1), 30000);
+    EXPECT_DOUBLE_EQ(second.at(2), 24);
 }
 
 TEST_F(Brackets, OnlyTenRecordsAreTaken) {
