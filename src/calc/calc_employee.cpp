@@ -181,10 +181,8 @@ void RESTOCALCOLI() {
 
 void blank_all_zero(std::span<const Descriptor> fields) {
     for (const Descriptor& field : fields) {
-        const std::string text = testo(field);
-        if (text.size() == static_cast<std::size_t>(field.length) &&
-            text.find_first_not_of('0') == std::string::npos) {
-            svuota({field});
+        if (tutto_zero(field)) {
+            svuota(field);
         }
     }
 }

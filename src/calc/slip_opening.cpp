@@ -95,8 +95,8 @@ bool below_ceiling() {
 void apply_pay_scale() {
     slip.record_copy = area(Area::DIPX);
     PASSQUAL();
-    area(Area::DIPX) = slip.record_copy;
-    fill_record(kEmployees, slip.record_copy);
+    area(Area::DIPX).swap(slip.record_copy);
+    fill_record(kEmployees, area(Area::DIPX));
 }
 
 void keep_days_of_previous_slip() {

@@ -10,13 +10,16 @@ using MXREPOSITORY::valore;
 Period period;
 
 namespace {
-int whole(const std::string& digits) {
+int whole(std::string_view digits) {
     return static_cast<int>(valore(digits));
 }
 }  // namespace
 
-void Period::set(const std::string& record) {
+void Period::set(std::string_view record) {
     PERIODO = record;
+    day_ = whole(ritaglia(PERIODO, 1, 2));
+    month_ = whole(ritaglia(PERIODO, 3, 2));
+    year_ = whole(ritaglia(PERIODO, 5, 4));
     MMAGGIUNTIVA = ritaglia(PERIODO, 9, 1) == "0" ? 1 : 0;
 }
 
@@ -38,22 +41,6 @@ std::string Period::short_year() const {
 
 std::string Period::month_year() const {
     return std::string(ritaglia(PERIODO, 3, 6));
-}
-
-int Period::day() const {
-    return whole(std::string(ritaglia(PERIODO, 1, 2)));
-}
-
-int Period::month() const {
-    return whole(month_text());
-}
-
-int Period::year() const {
-    return whole(year_text());
-}
-
-double Period::yyyymm() const {
-    return valore(year_text()) * 100 + valore(month_text());
 }
 
 }  // namespace MXLIBRERIA

@@ -22,22 +22,43 @@ std::string lower_case(std::string_view name) {
     return text;
 }
 
+/// Shows each name of a directory to the visitor; false where the directory is missing or does not
+/// let itself be listed.
+template <class Visitor>
+bool each_name(const std::string& directory, const Visitor& visit) {
+    DIR* const stream = ::opendir(directory.empty() ? "." : directory.c_str());
+    if (stream == nullptr) {
+        return false;
+    }
+    while (const dirent* entry = ::readdir(stream)) {
+        visit(std::string_view(static_cast<const char*>(entry->d_name)));
+    }
+    ::closedir(stream);
+    return true;
+}
+
+/// The first name in byte order that differs in case alone; the name itself where there is none.
+std::string name_in_directory(const std::string& directory, const std::string& name) {
+    const auto same = [](char a, char b) { return lower(a) == lower(b); };
+    std::string found;
+    each_name(directory, [&](std::string_view entry) {
+        if (std::ranges::equal(entry, name, same) && (found.empty() || entry < found)) {
+            found = entry;
+        }
+    });
+    return found.empty() ? name : found;
+}
+
 /// The names of a directory by their lower case.
 class Listing {
   public:
     /// Nothing where the directory is missing or does not let itself be listed.
     static std::optional<Listing> of(const std::string& directory) {
-        DIR* const stream = ::opendir(directory.empty() ? "." : directory.c_str());
-        if (stream == nullptr) {
-            return std::nullopt;
-        }
         Listing listing;
-        while (const dirent* entry = ::readdir(stream)) {
-            const std::string name(static_cast<const char*>(entry->d_name));
+        const bool listed = each_name(directory, [&listing](std::string_view name) {
             listing.names_.emplace(lower_case(name), name);
-        }
-        ::closedir(stream);
-        return listing;
+        });
+        return listed ? std::optional(std::move(listing)) : std::nullopt;
     }
 
     /// The exact name, else the first in byte order that differs in case alone.
@@ -88,9 +109,7 @@ std::string looked_up(const std::string& path) {
         if (part.empty() || exists(result + part)) {
             result += part;
         } else {
-            const std::optional<Listing> listing = Listing::of(result);
-            const std::string* name = listing ? listing->find(part) : nullptr;
-            result += name == nullptr ? part : *name;
+            result += name_in_directory(result, part);
         }
         if (slash < path.size()) {
             result += '/';

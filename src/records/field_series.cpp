@@ -10,10 +10,17 @@ using platform::Failure;
 
 namespace {
 
-template <class List, class Value>
-void write_all(const List& fields, Value value) {
+template <class List>
+void zero_all(const List& fields) {
     for (const Descriptor& field : fields) {
-        scrivi(field, value);
+        scrivi(field, 0.0);
+    }
+}
+
+template <class List>
+void empty_all(const List& fields) {
+    for (const Descriptor& field : fields) {
+        svuota(field);
     }
 }
 
@@ -26,19 +33,19 @@ std::string code_in_series(std::string_view sample, int number) {
 }  // namespace
 
 void azzera(std::initializer_list<Descriptor> fields) {
-    write_all(fields, 0.0);
+    zero_all(fields);
 }
 
 void svuota(std::initializer_list<Descriptor> fields) {
-    write_all(fields, "");
+    empty_all(fields);
 }
 
 void azzera(std::span<const Descriptor> fields) {
-    write_all(fields, 0.0);
+    zero_all(fields);
 }
 
 void svuota(std::span<const Descriptor> fields) {
-    write_all(fields, "");
+    empty_all(fields);
 }
 
 std::vector<Descriptor> serie(const Descriptor& first, const Descriptor& last, int step) {

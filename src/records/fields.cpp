@@ -118,11 +118,9 @@ std::string decode(std::string_view raw, const Descriptor& d) {
 constexpr std::array<double, 10> kUnits{1, 10, 100, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9};
 constexpr std::int16_t kExactDigits = 15;  ///< a double holds every number of so many digits
 
-/// Eight digits at once, where the machine's byte order lets them be read as one word: neighbours
-/// are joined to pairs, pairs to fours, fours to eight. Nothing if one of them is no digit.
-bool eight_digits(const char* text, std::uint64_t& value) {
-    std::uint64_t word = 0;
-    std::memcpy(&word, text, sizeof word);
+/// Eight digits in one word as the machine reads them, the first in its lowest byte: neighbours are
+/// joined to pairs, pairs to fours, fours to eight. False if one of them is no digit.
+bool eight_digits(std::uint64_t word, std::uint64_t& value) {
     constexpr std::uint64_t kHigh = 0xF0F0F0F0F0F0F0F0U;
     const std::uint64_t beyond_nine = ((word + 0x0606060606060606U) & kHigh) >> 4U;
     if (((word & kHigh) | beyond_nine) != 0x3333333333333333U) {
@@ -134,18 +132,21 @@ bool eight_digits(const char* text, std::uint64_t& value) {
     return true;
 }
 
-/// The whole number of a text of digits and nothing else; `digits` at most 15.
-bool whole_number(std::string_view digits, std::uint64_t& value) {
-    constexpr std::size_t kAtOnce = 8;
+constexpr std::size_t kAtOnce = 8;
+constexpr std::uint64_t kEightUnits = 100000000;
+
+/// Up to seven digits, where eight characters can be read: zeros take the place in front of them.
+bool few_digits(const char* text, std::size_t count, std::uint64_t& value) {
+    constexpr std::uint64_t kZeros = 0x3030303030303030U;
+    std::uint64_t word = 0;
+    std::memcpy(&word, text, sizeof word);
+    const std::size_t bits = count * 8;
+    return eight_digits((word << (64 - bits)) | (kZeros >> bits), value);
+}
+
+/// The same without the word.
+bool digit_by_digit(std::string_view digits, std::uint64_t& value) {
     value = 0;
-    if constexpr (std::endian::native == std::endian::little) {
-        if (digits.size() >= kAtOnce) {
-            if (!eight_digits(digits.data(), value)) {
-                return false;
-            }
-            digits.remove_prefix(kAtOnce);
-        }
-    }
     for (const char c : digits) {
         const auto digit = static_cast<std::uint64_t>(static_cast<unsigned char>(c)) - '0';
         if (digit > 9) {
@@ -156,14 +157,38 @@ bool whole_number(std::string_view digits, std::uint64_t& value) {
     return true;
 }
 
-double decode_number(std::string_view raw, const Descriptor& d) {
+/// The whole number of a text of digits and nothing else; `digits` at most 15, and characters that
+/// can be read up to `end`.
+bool whole_number(std::string_view digits, const char* end, std::uint64_t& value) {
+    if constexpr (std::endian::native != std::endian::little) {
+        return digit_by_digit(digits, value);
+    }
+    const char* const text = digits.data();
+    if (digits.size() < kAtOnce) {
+        return !digits.empty() && end - text >= static_cast<std::ptrdiff_t>(kAtOnce)
+                   ? few_digits(text, digits.size(), value)
+                   : digit_by_digit(digits, value);
+    }
+    const std::size_t first = digits.size() - kAtOnce;
+    std::uint64_t leading = 0;
+    std::uint64_t word = 0;
+    std::memcpy(&word, text + first, sizeof word);
+    if ((first > 0 && !few_digits(text, first, leading)) || !eight_digits(word, value)) {
+        return false;
+    }
+    value += leading * kEightUnits;
+    return true;
+}
+
+/// `end`: where the source ends.
+double decode_number(std::string_view raw, const char* end, const Descriptor& d) {
     // The ordinary field: digits only, perhaps a minus in front, that a double holds exactly. The
     // quotient by the power of ten is then the nearest double of the decimal text.
     if (d.length <= kExactDigits && d.decimals() <= d.length && !raw.empty() &&
         raw.size() == static_cast<std::size_t>(d.length)) {
         const bool negative = raw.front() == '-' && !raw_type(d);
         std::uint64_t units = 0;
-        if (whole_number(raw.substr(negative ? 1 : 0), units)) {
+        if (whole_number(raw.substr(negative ? 1 : 0), end, units)) {
             const double value =
                 static_cast<double>(units) / kUnits[static_cast<std::size_t>(d.decimals())];
             return negative ? -value : value;
@@ -247,14 +272,24 @@ std::string read_field(const Descriptor& d, std::int16_t occurrence, const std::
 
 double read_number(const Descriptor& d, std::int16_t occurrence, const std::string& buffer) {
     const std::string* source = buffer.empty() ? area_or_message(d.area) : &buffer;
-    return source == nullptr ? 0 : decode_number(slice(*source, start_of(d, occurrence), d), d);
+    if (source == nullptr) {
+        return 0;
+    }
+    return decode_number(slice(*source, start_of(d, occurrence), d),
+                         source->data() + source->size(), d);
+}
+
+/// An empty text: blanks, or zeros in a numeric field.
+void write_nothing(const Descriptor& d, const Target& target) {
+    const auto length = static_cast<std::size_t>(d.length);
+    std::fill_n(place(target, length), length, d.type == 'A' ? ' ' : '0');
 }
 
 /// Stores a text whose comma is already a point.
 void write_characters(const Descriptor& d, std::string_view value, const Target& target) {
     const auto length = static_cast<std::size_t>(d.length);
     if (value.empty()) {
-        std::fill_n(place(target, length), length, d.type == 'A' ? ' ' : '0');
+        write_nothing(d, target);
         return;
     }
     if (d.type == 'A') {
@@ -419,6 +454,24 @@ std::string rifilato(const Descriptor& field, int occurrence) {
 void scrivi(const Descriptor& field, double value, int occurrence) {
     std::string area_itself;
     SCRIVICAMPONUM(field, value, static_cast<std::int16_t>(occurrence), area_itself);
+}
+
+void svuota(const Descriptor& field) {
+    std::string area_itself;
+    try {
+        const Target target = target_of(field, 0, area_itself);
+        if (target.buffer != nullptr) {
+            write_nothing(field, target);
+        }
+    } catch (Failure& failure) {
+        rethrow_named(failure, kWriteName);
+    }
+}
+
+bool tutto_zero(const Descriptor& field) {
+    const std::string_view raw = slice(area(field.area), start_of(field, 0), field);
+    return raw_type(field) && raw.size() == static_cast<std::size_t>(field.length) &&
+           raw.find_first_not_of('0') == std::string_view::npos;
 }
 
 void scrivi(const Descriptor& field, std::string_view value, int occurrence) {

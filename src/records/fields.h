@@ -79,9 +79,14 @@ void scrivi(const Descriptor& field, Whole value, int occurrence = 0) {
 /// field += amount, and what then stands in the field (rounded to its decimals).
 double aggiungi(const Descriptor& field, double amount, int occurrence = 0);
 
+/// Writes an empty text to the field (blanks in a text field, zeros in a numeric one).
+void svuota(const Descriptor& field);
+/// Does the field hold text or digits, and nothing but zeros?
+[[nodiscard]] bool tutto_zero(const Descriptor& field);
+
 /// Writes the number 0 to each field.
 void azzera(std::initializer_list<Descriptor> fields);
-/// Writes an empty text to each field (blanks in text fields, zeros in numeric ones).
+/// Writes an empty text to each field.
 void svuota(std::initializer_list<Descriptor> fields);
 
 void azzera(std::span<const Descriptor> fields);
