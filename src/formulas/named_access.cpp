@@ -259,7 +259,9 @@ std::string leggi_blocco_righe() {
 }
 
 void scrivi_blocco_righe(const std::string& lines) {
-    if (const std::optional<std::size_t> start = start_of_block()) {
+    // A comma in a line is written as a point, line by line.
+    const bool plain = lines.find(',') == std::string::npos;
+    if (const std::optional<std::size_t> start = plain ? start_of_block() : std::nullopt) {
         area(area_of_letter('Q')).replace(*start, kBlockWidth, a_sinistra(lines, kBlockWidth));
         return;
     }

@@ -97,6 +97,7 @@ class DictionaryArchive {
         }
         directory_.write("NZBASE.DAT", base);
         directory_.write(name_of(logical_file), content);
+        MXLIBRERIA::file_table.entries.at(static_cast<std::size_t>(logical_file)).table.reset();
     }
 
     [[nodiscard]] static std::string name_of(int logical_file) {

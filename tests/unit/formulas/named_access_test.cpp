@@ -24,6 +24,7 @@
 namespace {
 
 using namespace MXREPOSITORY;
+using test_support::dictionary_of;
 using test_support::dictionary_record;
 using test_support::ScriptedWindow;
 
@@ -469,6 +470,31 @@ TEST_F(NamedAccess, TheHundredLinesOfTheSlipGoOutAndComeBack) {
     EXPECT_EQ(leggi_blocco_righe(), lines);
     scrivi_blocco_righe("0001");
     EXPECT_EQ(leggi_blocco_righe(), "0001" + std::string(3496, ' '));
+}
+
+TEST_F(NamedAccess, TheFirstCommaOfEachLineOfTheSlipBecomesAPoint) {
+    std::string lines(3500, '0');
+    lines[3] = ',';
+    lines[5] = ',';
+    lines[35] = ',';  // in the second line
+    scrivi_blocco_righe(lines);
+    lines[3] = '.';
+    lines[35] = '.';
+    EXPECT_EQ(leggi_blocco_righe(), lines);
+}
+
+TEST_F(NamedAccess, LinesThatTheDictionaryHasElsewhereAreReachedOneByOne) {
+    std::string content = dictionary_of('Q');
+    const auto place_of = [&](const std::string& code) { return content.find(code) - 68; };
+    content.replace(place_of("Q401"), 80, dictionary_record("Q401", 5036, 35, 'A'));
+    content.replace(place_of("Q402"), 80, dictionary_record("Q402", 5001, 35, 'A'));
+    archive.add(33, content);
+    repository = {};
+    const std::string first(35, '1');
+    const std::string second(35, '2');
+    scrivi_blocco_righe(first + second + std::string(3430, '0'));
+    EXPECT_EQ(area(Area::DIPX).substr(5000, 70), second + first);
+    EXPECT_EQ(leggi_blocco_righe().substr(0, 70), first + second);
 }
 
 }  // namespace

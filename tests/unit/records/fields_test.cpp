@@ -364,6 +364,41 @@ TEST_F(Fields, ASeriesHoldsTheFieldsThatExist) {
     EXPECT_THROW((void)dopo(J001, 1), platform::Failure);
 }
 
+/// A table of compile time and the series of the same ends hold the same fields.
+template <Descriptor first, Descriptor last, int step = 1>
+void expect_same_series() {
+    const std::vector<Descriptor> series = serie(first, last, step);
+    const auto& table = elenco<first, last, step>;
+    EXPECT_TRUE(std::equal(table.begin(), table.end(), series.begin(), series.end()))
+        << first.name() << " to " << last.name();
+}
+
+TEST_F(Fields, ATableOfCompileTimeIsTheSeries) {
+    expect_same_series<J001, J767, 12>();  // rows of twelve months
+    expect_same_series<P634, P718, 4>();
+    expect_same_series<Q205, Q213>();
+    expect_same_series<Q401, Q500>();
+    expect_same_series<PA25, PA32>();  // two letters: P025 to P032 are none of them
+    expect_same_series<P017, P017>();
+    svuota(elenco<P240, P248>);
+    for (const Descriptor& field : elenco<P240, P248>) {
+        EXPECT_EQ(num(field), 0) << field.name();
+    }
+}
+
+TEST_F(Fields, AFieldOfNothingButZeros) {
+    scrivi(P002, std::string(30, '0'));
+    EXPECT_TRUE(tutto_zero(P002));
+    scrivi(P002, std::string(29, '0'));  // a blank behind them
+    EXPECT_FALSE(tutto_zero(P002));
+    svuota(P002);
+    EXPECT_FALSE(tutto_zero(P002));
+    svuota(P017);  // a date
+    EXPECT_TRUE(tutto_zero(P017));
+    svuota(Q100);  // an amount is no row of digits
+    EXPECT_FALSE(tutto_zero(Q100));
+}
+
 // ---- Properties over many values ----
 
 std::string digits_of(std::uint64_t units, int length) {
