@@ -1,12 +1,13 @@
-// Fields of a record against the bare conversion of the same bytes: std::from_chars for reading,
-// snprintf("%.15g") for writing.
+// Fields of a record against the bare conversion of the same bytes: std::from_chars for reading;
+// for writing std::to_chars with 15 digits, and whole cents; for rounding the same two.
 
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <cstdio>
+#include <cmath>
+#include <cstdint>
 #include <cstring>
 #include <random>
 #include <string>
@@ -70,7 +71,8 @@ void read_field(benchmark::State& state) {
     for (auto step : state) {
         (void)step;
         for (const Descriptor& field : amounts()) {
-            benchmark::DoNotOptimize(num(field));
+            const double value = num(field);
+            benchmark::DoNotOptimize(value);
         }
     }
     count(state);
@@ -105,8 +107,8 @@ void write_field(benchmark::State& state) {
     count(state);
 }
 
-/// The floor of writing: the number's text, copied over the field's characters.
-void write_printf(benchmark::State& state) {
+/// A floor of writing: the number's text of 15 digits, copied over the field's characters.
+void write_to_chars(benchmark::State& state) {
     fill_employee();
     const std::vector<double> all = values();
     std::string& record = area(Area::DIPX);
@@ -114,9 +116,30 @@ void write_printf(benchmark::State& state) {
         (void)step;
         for (std::size_t i = 0; i < all.size(); ++i) {
             std::array<char, 40> text{};
-            std::snprintf(text.data(), text.size(), "%.15g", all[i]);
+            std::to_chars(text.data(), text.data() + text.size(), all[i],
+                          std::chars_format::general, 15);
             std::memcpy(record.data() + amounts()[i].offset - 1, text.data(),
                         static_cast<std::size_t>(amounts()[i].length));
+        }
+        benchmark::ClobberMemory();
+    }
+    count(state);
+}
+
+/// The lowest floor: the nearest whole number of cents in digits, without the decimal rounding, the
+/// other decimals and the sign that a field has.
+void write_cents(benchmark::State& state) {
+    fill_employee();
+    const std::vector<double> all = values();
+    std::string& record = area(Area::DIPX);
+    for (auto step : state) {
+        (void)step;
+        for (std::size_t i = 0; i < all.size(); ++i) {
+            char* const field = record.data() + amounts()[i].offset - 1;
+            auto cents = static_cast<std::uint64_t>(std::llround(std::abs(all[i]) * 100));
+            for (int digit = amounts()[i].length; digit-- > 0; cents /= 10) {
+                field[digit] = static_cast<char>('0' + cents % 10);
+            }
         }
         benchmark::ClobberMemory();
     }
@@ -128,7 +151,36 @@ void round_to_cents(benchmark::State& state) {
     for (auto step : state) {
         (void)step;
         for (const double value : all) {
-            benchmark::DoNotOptimize(arrotonda(value, 2));
+            const double rounded = arrotonda(value, 2);
+            benchmark::DoNotOptimize(rounded);
+        }
+    }
+    count(state);
+}
+
+/// A floor of rounding to the cent: the text of 15 digits that says where the half lies.
+void round_to_chars(benchmark::State& state) {
+    const std::vector<double> all = values();
+    for (auto step : state) {
+        (void)step;
+        for (const double value : all) {
+            std::array<char, 40> text{};
+            std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::general,
+                          15);
+            benchmark::DoNotOptimize(text);
+        }
+    }
+    count(state);
+}
+
+/// The lowest floor: the nearest binary cent, which takes 1.005 for less than a half.
+void round_binary(benchmark::State& state) {
+    const std::vector<double> all = values();
+    for (auto step : state) {
+        (void)step;
+        for (const double value : all) {
+            const double rounded = std::round(value * 100) / 100;
+            benchmark::DoNotOptimize(rounded);
         }
     }
     count(state);
@@ -137,8 +189,11 @@ void round_to_cents(benchmark::State& state) {
 BENCHMARK(read_field);
 BENCHMARK(read_from_chars);
 BENCHMARK(write_field);
-BENCHMARK(write_printf);
+BENCHMARK(write_to_chars);
+BENCHMARK(write_cents);
 BENCHMARK(round_to_cents);
+BENCHMARK(round_to_chars);
+BENCHMARK(round_binary);
 
 }  // namespace
 
@@ -147,7 +202,9 @@ int main(int argc, char** argv) {
     bench::RatioReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     reporter.print_ratio("read_field", "read_from_chars");
-    reporter.print_ratio("write_field", "write_printf");
-    reporter.print_ratio("round_to_cents", "write_printf");
+    reporter.print_ratio("write_field", "write_to_chars");
+    reporter.print_ratio("write_field", "write_cents");
+    reporter.print_ratio("round_to_cents", "round_to_chars");
+    reporter.print_ratio("round_to_cents", "round_binary");
     return 0;
 }

@@ -1,24 +1,25 @@
-// A whole slip without archives: the employee's record read, the slip calculated from the opening
-// to the net, the record written with its list line; against the bare reading and writing of the
-// record that a slip cannot do without (read twice, written twice). Prints the ratio.
+// The slips of a payroll in this process, from the first walk to the net: the demo's employees over
+// and over in file order, without archives; against the records and index blocks that a month
+// cannot do without, with bare calls. Prints the ratio.
 
-#include <fcntl.h>
-#include <unistd.h>
-
+#include <filesystem>
 #include <memory>
 #include <stdexcept>
 #include <string>
 
+#include "bench/bare_traffic.h"
+#include "bench/payroll.h"
 #include "bench/ratio_reporter.h"
 #include "calc/phases.h"
 #include "context/environment.h"
 #include "context/period.h"
 #include "files/logical_files.h"
-#include "installation/demo.h"
+#include "files/recovery_slot.h"
 #include "installation/file_layout.h"
 #include "platform/silent_window.h"
 #include "records/dictionary/DIPX.h"
 #include "records/fields.h"
+#include "run/first_walk.h"
 #include "slip/fixed_data.h"
 #include "slip/slip.h"
 #include "tests/support/temp_directory.h"
@@ -28,7 +29,7 @@ namespace {
 using namespace MXREPOSITORY;
 using namespace MXLIBRERIA;
 
-constexpr double kRecord = 1;
+constexpr int kEmployees = 280;  // the demo's fourteen, twenty times
 
 /// A message is no part of a slip that is measured.
 class BenchWindow final : public platform::SilentWindow {
@@ -38,37 +39,35 @@ class BenchWindow final : public platform::SilentWindow {
     }
 };
 
-/// The base installation with its ordinary employee, opened as the second walk opens it.
+/// A payroll and copies of it as it stands before its month.
 class Stage {
   public:
     Stage() {
-        platform::set_window(std::make_unique<BenchWindow>());
-        {
-            const nzutil::Installation installation =
-                nzutil::make_base_installation(directory_.file("base"));
-            environment.archive_directory = installation.archive_directory();
-            path_ = installation.path(nzutil::kEmployees);
-            installation.close();
-        }
+        platform::set_window(std::make_unique<SilentWindow>());
+        static_cast<void>(bench::make_payroll(directory_.file("payroll"), kEmployees));
+    }
+
+    [[nodiscard]] nzutil::Installation fresh() const {
+        CHIUDI(0);
+        std::filesystem::remove_all(directory_.file("run"));
+        return nzutil::copy_installation(directory_.file("payroll"), directory_.file("run"));
+    }
+
+    /// A fresh copy with its files open, as the run has them before its first walk.
+    void open() const {
+        environment.archive_directory = fresh().archive_directory();
+        recovery_slot.in_use = true;
+        ModSWCALM::run_tables = {};
         ModSWCALM::TUTTELEOP();
+        FAIOPEN(nzutil::kBeforeImages);
+        FAIOPEN(nzutil::kBeforeImageIndex);
         load(nzutil::kFixedData, 1, Area::FISX);
         load(nzutil::kCompanies, 1, Area::DITX);
         load(nzutil::kSectors, 1, Area::SETX);
         period.set("310520244");
-        ModSWCALM::run_tables = {};
         ModSWCALM::run_tables.days_of_year = 365;
         ModSWCALM::CARICAFISSO(ModSWCALM::run_tables.TABFISSO);
-        LEGGIREC(nzutil::kEmployees, kRecord);
-        record_ = record_buffer(nzutil::kEmployees);
     }
-    ~Stage() { CHIUDI(0); }
-    Stage(const Stage&) = delete;
-    Stage& operator=(const Stage&) = delete;
-    Stage(Stage&&) = delete;
-    Stage& operator=(Stage&&) = delete;
-
-    [[nodiscard]] const std::string& record() const { return record_; }
-    [[nodiscard]] const std::string& path() const { return path_; }
 
   private:
     static void load(int file, double record, Area where) {
@@ -79,37 +78,44 @@ class Stage {
     }
 
     test_support::TempDirectory directory_;
-    std::string path_;
-    std::string record_;
 };
+
+void calculate(int employee) {
+    ModSWCALM::open_slip(employee);
+    const bool already = bench::already_calculated(area(Area::DIPX));
+    ModSWCALM::leaver_scan();
+    ModSWCALM::take_off_days_outside_service();
+    ModSWCALM::RESTOCALCOLI();
+    if (!already && (ModSWCALM::ABORTODIP != 0 || num(Q173) <= 0)) {
+        throw std::runtime_error("a slip gave no net pay");
+    }
+}
 
 void whole_slip(benchmark::State& state) {
     const Stage stage;
     for (auto _ : state) {
-        SCRIVIREC(nzutil::kEmployees, kRecord, stage.record());
-        ModSWCALM::open_slip(kRecord);
-        ModSWCALM::RESTOCALCOLI();
-        if (ModSWCALM::ABORTODIP != 0 || num(Q173) <= 0) {
-            throw std::runtime_error("the slip gave no net pay");
+        state.PauseTiming();
+        stage.open();
+        state.ResumeTiming();
+        ModSWCALM::first_walk();
+        for (int employee = 1; employee <= kEmployees; ++employee) {
+            calculate(employee);
         }
     }
-    state.SetItemsProcessed(state.iterations());
+    CHIUDI(0);
+    state.SetItemsProcessed(state.iterations() * kEmployees);
 }
 
 void bare_record_traffic(benchmark::State& state) {
     const Stage stage;
-    const int file = ::open(stage.path().c_str(), O_RDWR);
-    std::string record = stage.record();
     for (auto _ : state) {
-        for (int pass = 0; pass < 2; ++pass) {
-            if (::pread(file, record.data(), record.size(), 0) <= 0 ||
-                ::pwrite(file, record.data(), record.size(), 0) <= 0) {
-                throw std::runtime_error("the record could not be read or written");
-            }
-        }
+        state.PauseTiming();
+        bench::BareTraffic traffic(stage.fresh());
+        state.ResumeTiming();
+        traffic.first_walk(kEmployees);
+        traffic.second_walk(kEmployees);
     }
-    ::close(file);
-    state.SetItemsProcessed(state.iterations());
+    state.SetItemsProcessed(state.iterations() * kEmployees);
 }
 
 BENCHMARK(whole_slip)->Repetitions(3)->Unit(benchmark::kMicrosecond);

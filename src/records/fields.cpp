@@ -235,8 +235,9 @@ bool plain_digits(std::string_view text) {
 std::string implied_digits(std::string_view number, const Descriptor& d) {
     std::string v(number);
     const auto decimals = static_cast<std::size_t>(d.decimals());
-    if (number.size() <= kExactDigits && plain_digits(number)) {
-        return v.append(decimals, '0');  // a whole number needs no rounding
+    // A whole number needs no rounding while its half unit stands within fifteen digits.
+    if (number.size() + decimals < kExactDigits && plain_digits(number)) {
+        return v.append(decimals, '0');
     }
     if (decimals > 0) {
         v = arrotondato_testo(valore(v), d.decimals());
