@@ -29,7 +29,7 @@ namespace {
 using namespace MXREPOSITORY;
 using namespace MXLIBRERIA;
 
-constexpr int kEmployees = 280;  // the demo's fourteen, twenty times
+constexpr int kPayroll = 280;  // the demo's fourteen, twenty times
 
 /// A message is no part of a slip that is measured.
 class BenchWindow final : public platform::SilentWindow {
@@ -43,8 +43,8 @@ class BenchWindow final : public platform::SilentWindow {
 class Stage {
   public:
     Stage() {
-        platform::set_window(std::make_unique<SilentWindow>());
-        static_cast<void>(bench::make_payroll(directory_.file("payroll"), kEmployees));
+        platform::set_window(std::make_unique<BenchWindow>());
+        static_cast<void>(bench::make_payroll(directory_.file("payroll"), kPayroll));
     }
 
     [[nodiscard]] nzutil::Installation fresh() const {
@@ -98,12 +98,12 @@ void whole_slip(benchmark::State& state) {
         stage.open();
         state.ResumeTiming();
         ModSWCALM::first_walk();
-        for (int employee = 1; employee <= kEmployees; ++employee) {
+        for (int employee = 1; employee <= kPayroll; ++employee) {
             calculate(employee);
         }
     }
     CHIUDI(0);
-    state.SetItemsProcessed(state.iterations() * kEmployees);
+    state.SetItemsProcessed(state.iterations() * kPayroll);
 }
 
 void bare_record_traffic(benchmark::State& state) {
@@ -112,10 +112,10 @@ void bare_record_traffic(benchmark::State& state) {
         state.PauseTiming();
         bench::BareTraffic traffic(stage.fresh());
         state.ResumeTiming();
-        traffic.first_walk(kEmployees);
-        traffic.second_walk(kEmployees);
+        traffic.first_walk(kPayroll);
+        traffic.second_walk(kPayroll);
     }
-    state.SetItemsProcessed(state.iterations() * kEmployees);
+    state.SetItemsProcessed(state.iterations() * kPayroll);
 }
 
 BENCHMARK(whole_slip)->Repetitions(3)->Unit(benchmark::kMicrosecond);

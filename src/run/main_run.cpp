@@ -207,11 +207,11 @@ double revaluation_of_period(double F021) {
 
 void MAIN() {
     TRACCIA("MAIN");
+    run_course = {};
     CARICAAMBIENTE();
     if (environment.archive_directory.empty()) {
         load_from_path_files();
     }
-    const platform::KeptListings listings;  // the run lists the archive directory once
     load_regional_table();
     read_installation();
     show_window();
