@@ -2,14 +2,14 @@
 // How far the run has come through its selection.
 
 #include <cstddef>
-#include <vector>
+#include <deque>
 
 namespace MXLIBRERIA {
 
 /// Lives from the start of the first walk to the end.
 struct RunCourse {
     /// One an entry of the selection: the first walk found the month calculated before.
-    std::vector<bool> calculated_before;
+    std::deque<bool> calculated_before;
     /// Entries that the second walk has come past, in the order of the selection.
     std::size_t finished = 0;
 

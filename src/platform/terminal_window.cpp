@@ -219,9 +219,8 @@ class TerminalWindow final : public Window {
         shown_percent_ = percent;
         clear_progress();
         // One text, as the error stream passes each piece on by itself.
-        std::cerr << walk_.label + std::to_string(done) + "/" +
-                         std::to_string(total) + " (" + std::to_string(percent) + "%)" +
-                         (progress_in_place_ ? "" : "\n");
+        std::cerr << walk_.label + std::to_string(done) + "/" + std::to_string(total) + " (" +
+                         std::to_string(percent) + "%)" + (progress_in_place_ ? "" : "\n");
         progress_stands_ = progress_in_place_;
     }
 

@@ -130,7 +130,8 @@ void write_choice(std::ostream& out, const std::string& function, const std::str
 void write_tables(const std::filesystem::path& directory, const std::vector<std::string>& areas,
                   const std::vector<std::vector<Row>>& rows) {
     std::ofstream out(directory / "tables.cpp");
-    out << "// Generated from the data files of the dictionary.\n\n#include <array>\n#include <span>\n\n"
+    out << "// Generated from the data files of the dictionary.\n\n#include <array>\n#include "
+           "<span>\n\n"
         << "#include \"records/descriptor.h\"\n";
     for (const std::string& area : areas) {
         out << "#include \"records/dictionary/" << area << ".h\"\n";
