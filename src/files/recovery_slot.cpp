@@ -204,8 +204,12 @@ const SlotRecord* find_in_step(double n, double record) {
 
 // ---- What a killed run left ----
 
-/// The complete step of a slot; empty where there is none to finish.
-std::string pending_step(const std::string& path) {
+/// The complete step of the archive's slot; empty where there is none to finish.
+std::string pending_step() {
+    const std::string path = slot_path();
+    if (!files().exists(path)) {
+        return {};
+    }
     std::string image = platform::read_whole_file(path);
     if (image.size() < kHeader || !image.starts_with(kMark) || image[kState.offset] != kPending) {
         return {};
@@ -365,12 +369,12 @@ void sync_recovery_slot() {
     }
 }
 
+bool step_waits_in_slot() {
+    return !pending_step().empty();
+}
+
 std::vector<FinishedRecord> finish_killed_step() {
-    const std::string path = slot_path();
-    if (!files().exists(path)) {
-        return {};
-    }
-    const std::string image = pending_step(path);
+    const std::string image = pending_step();
     std::vector<FinishedRecord> records =
         image.empty() ? std::vector<FinishedRecord>() : records_of(image);
     if (records.empty()) {
@@ -380,7 +384,7 @@ std::vector<FinishedRecord> finish_killed_step() {
     if (!apply(records)) {
         return {};
     }
-    files().remove(path);
+    files().remove(slot_path());
     return records;
 }
 

@@ -84,6 +84,8 @@ struct FinishedRecord {
     double record = 0;
     std::string bytes;
 };
+/// Is there a step that a killed run, or one that is going on, has in the slot of this archive?
+[[nodiscard]] bool step_waits_in_slot();
 /// Finishes the step that a killed run left in the slot, if it left one, and takes the slot away;
 /// the records of the step. Files that are missing or have another record length, and records
 /// beyond the end, make the slot another archive's: it is not applied.

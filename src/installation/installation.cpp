@@ -7,6 +7,7 @@
 #include "context/environment.h"
 #include "files/isam.h"
 #include "files/logical_files.h"
+#include "files/recovery_slot.h"
 #include "installation/tool_error.h"
 #include "platform/file_system.h"
 #include "records/dictionary/CONX.h"
@@ -255,7 +256,7 @@ void Installation::write(int file, int record, const std::string& bytes) {
     for (int missing = present + 1; missing < record; ++missing) {
         MXLIBRERIA::SCRIVIREC(file, missing, record_left_out(file, length));
     }
-    MXLIBRERIA::write_record(file, record, bytes);
+    MXLIBRERIA::write_whole_record(file, record, bytes);
 }
 
 void Installation::write_all(int file, const std::vector<std::string>& records) {

@@ -63,14 +63,15 @@ class Installation {
     void write_selection(const std::vector<std::pair<int, int>>& entries);
     [[nodiscard]] std::vector<std::pair<int, int>> read_selection() const;
 
+    /// Makes this installation the one that the file operations work on.
+    void attach() const;
     /// Closes the files, so that another program finds them as they stand.
     void close() const;
 
   private:
     Installation(std::string archive_directory, std::string registry_file);
-    /// Makes this installation the one that the file operations work on, with `file` open.
+    /// The same with `file` open.
     void use(int file) const;
-    void attach() const;
 
     std::string archive_directory_;
     std::string registry_file_;

@@ -8,6 +8,7 @@
 #include "installation/installation.h"
 #include "installation/tool_error.h"
 #include "nzutil/commands.h"
+#include "nzutil/killed_run.h"
 #include "nzutil/pay_slip.h"
 #include "nzutil/write_lock.h"
 #include "records/dictionary/DIPX.h"
@@ -158,7 +159,7 @@ void show_slip_lines(const Installation& installation, const std::string& record
 }  // namespace
 
 int command_read(const Arguments& arguments) {
-    const Installation installation = Installation::open(arguments[0]);
+    const Installation installation = open_installation(arguments[0]);
     const FieldPlace place =
         field_place(installation, arguments, arguments.size() > 4 ? &arguments[4] : nullptr);
     const std::string record = read_record(installation, place.file, place.record);
@@ -167,7 +168,7 @@ int command_read(const Arguments& arguments) {
 }
 
 int command_write(const Arguments& arguments) {
-    Installation installation = Installation::open(arguments[0]);
+    Installation installation = open_installation(arguments[0]);
     const FieldPlace place =
         field_place(installation, arguments, arguments.size() > 5 ? &arguments[5] : nullptr);
     const std::string typed = platform::from_utf8(arguments[4]);
@@ -188,7 +189,7 @@ int command_write(const Arguments& arguments) {
 }
 
 int command_card(const Arguments& arguments) {
-    const Installation installation = Installation::open(arguments[0]);
+    const Installation installation = open_installation(arguments[0]);
     const int file = whole_argument(arguments[1], 1, 600);
     const Area area = Installation::area_of(file);
     if (area == Area::unknown) {

@@ -7,6 +7,7 @@
 #include "installation/tool_error.h"
 #include "nzutil/commands.h"
 #include "nzutil/index_check.h"
+#include "nzutil/killed_run.h"
 
 namespace nzutil {
 
@@ -59,7 +60,7 @@ int check(const Installation& installation, int file) {
 }  // namespace
 
 int command_index(const Arguments& arguments) {
-    const Installation installation = Installation::open(arguments[0]);
+    const Installation installation = open_installation(arguments[0]);
     const int file = whole_argument(arguments[1], 1, 600);
     const std::string& action = arguments[2];
     if (action == "cerca" && arguments.size() == 4) {

@@ -8,6 +8,7 @@
 #include "installation/field_value.h"
 #include "installation/tool_error.h"
 #include "nzutil/commands.h"
+#include "nzutil/killed_run.h"
 #include "nzutil/scenario.h"
 #include "nzutil/write_lock.h"
 
@@ -32,7 +33,7 @@ int command_demo(const Arguments& arguments) {
 }
 
 int command_period(const Arguments& arguments) {
-    Installation installation = Installation::open(arguments[0]);
+    Installation installation = open_installation(arguments[0]);
     if (!is_date(arguments[1])) {
         throw ToolError(texts::kToolExpectedRealDate, {arguments[1]});
     }

@@ -4,6 +4,7 @@
 
 #include "installation/tool_error.h"
 #include "nzutil/commands.h"
+#include "nzutil/killed_run.h"
 #include "nzutil/pay_slip.h"
 #include "platform/code_page.h"
 #include "platform/printer.h"
@@ -21,7 +22,7 @@ int command_slip(const Arguments& arguments) {
     if (arguments.size() != 2 && !pdf) {
         throw ToolError(texts::kToolUsage, {texts::kToolUsageSlip.utf8});
     }
-    const Installation installation = Installation::open(arguments[0]);
+    const Installation installation = open_installation(arguments[0]);
     const int employee = employee_record(installation, arguments[1]);
     const std::vector<std::string> lines = pay_slip_lines(installation, employee);
     if (!pdf) {

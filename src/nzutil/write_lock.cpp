@@ -3,7 +3,9 @@
 #include <string>
 
 #include "context/messages.h"
+#include "files/recovery_slot.h"
 #include "installation/tool_error.h"
+#include "nzutil/killed_run.h"
 #include "platform/code_page.h"
 
 namespace nzutil {
@@ -16,6 +18,8 @@ WriteLock::WriteLock(const Installation& installation, std::string_view command)
                         {platform::to_terminal(MXLIBRERIA::archive_in_use(attempt.holder))});
     }
     lock_ = std::move(attempt.lock);
+    finish_killed_run(installation);
+    MXLIBRERIA::recovery_slot.in_use = true;
 }
 
 }  // namespace nzutil

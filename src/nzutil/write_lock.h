@@ -13,6 +13,7 @@ namespace nzutil {
 /// The run's own lock, for the life of the object.
 class WriteLock {
   public:
+    /// Finishes what a killed run has left; what the command writes goes through the recovery slot.
     /// ToolError that names the holder if another program works on the archive.
     WriteLock(const Installation& installation, std::string_view command);
 

@@ -5,6 +5,7 @@
 
 #include "installation/tool_error.h"
 #include "nzutil/commands.h"
+#include "nzutil/killed_run.h"
 #include "nzutil/write_lock.h"
 #include "nzutil/year_opening.h"
 #include "records/numbers.h"
@@ -74,7 +75,7 @@ bool confirmed(int year) {
 
 int command_year(const Arguments& arguments) {
     const Options options = read_options(arguments);
-    Installation installation = Installation::open(arguments[0]);
+    Installation installation = open_installation(arguments[0]);
     const int year = whole_argument(arguments[1], kFirstOpenedYear, kLastOpenedYear);
     std::optional<WriteLock> lock;
     if (!options.dry_run) {

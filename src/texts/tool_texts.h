@@ -43,6 +43,10 @@ inline constexpr Text kToolVersion{Kind::tool, "nzutil "};
 inline constexpr Text kToolUsage{Kind::tool, "Uso: nzutil {}"};
 inline constexpr Text kToolFailure{Kind::tool, "Errore {}: {}."};
 inline constexpr Text kToolRefused{Kind::tool, "Operazione rifiutata: {}"};
+/// File and record.
+inline constexpr Text kToolFinishedRecord{
+    Kind::tool,
+    "Completata la scrittura lasciata a metà dall'elaborazione precedente: archivio {} record {}."};
 inline constexpr Text kToolHelp{Kind::tool,
                                 "nzutil: strumento di assistenza per gli archivi paghe\n\nUso:\n"
                                 "  nzutil --help, nzutil --version\n"};

@@ -15,6 +15,7 @@
 #include "files/file_numbers.h"
 #include "files/logical_files.h"
 #include "files/recovery_slot.h"
+#include "formulas/named_access.h"
 #include "installation/demo.h"
 #include "installation/installation.h"
 #include "nzutil/index_check.h"
@@ -75,6 +76,7 @@ class KilledRun : public ::testing::Test {
         ModSWCALM::company = {};
         ModSWCALM::slip = {};
         MXREPOSITORY::clear_areas();
+        MXREPOSITORY::repository = {};
     }
 
     void restore() const {

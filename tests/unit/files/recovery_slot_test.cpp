@@ -239,11 +239,10 @@ TEST_F(Slot, FinishedRecordsAreToldAndTheSlotIsGone) {
 }
 
 TEST_F(Slot, AShorterStepAfterALongerOne) {
-    write_step();
-    recovery_slot.channel.reset();
     const auto plan = FaultFileSystem::install();
     open();
-    plan->kill_at = 2;
+    write_step();
+    plan->kill_at = kWrites + 2;
     EXPECT_THROW(write_whole_record(kEmployees, 3, std::string(20, 'Z')), Killed);
     platform::set_files(nullptr);
     recovery_slot = {};
