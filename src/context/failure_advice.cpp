@@ -19,7 +19,7 @@ struct AdviceOfNumber {
     int number;
     const Text& text;
 };
-constexpr std::array<AdviceOfNumber, 14> kAdvice{{
+constexpr std::array<AdviceOfNumber, 26> kAdvice{{
     {platform::kOutOfMemory, texts::kAdviceMemory},
     {platform::kBadFileNameOrNumber, texts::kAdviceFileTable},
     {platform::kFileNotFound, texts::kAdviceMissingFile},
@@ -34,6 +34,18 @@ constexpr std::array<AdviceOfNumber, 14> kAdvice{{
     {platform::kDiskNotReady, texts::kAdviceDevice},
     {platform::kPathFileAccess, texts::kAdviceRights},
     {platform::kPathNotFound, texts::kAdviceMissingFile},
+    {platform::kNothingBegun, texts::kAdviceArchiveReport},
+    {platform::kNoCurrentRecord, texts::kAdviceArchiveReport},
+    {platform::kKeyTaken, texts::kAdviceKeyTaken},
+    {platform::kArchiveReadOnly, texts::kAdviceRights},
+    {platform::kNotAnArchive, texts::kAdviceNotAnArchive},
+    {platform::kTooFewParameters, texts::kAdviceArchiveReport},
+    {platform::kStatementNotUnderstood, texts::kAdviceArchiveReport},
+    {platform::kNoSuchTable, texts::kAdviceArchiveTable},
+    {platform::kArchiveOnServer, texts::kAdviceArchiveOnServer},
+    {platform::kArchiveLocked, texts::kAdviceArchiveLocked},
+    {platform::kNoSuchColumn, texts::kAdviceArchiveTable},
+    {platform::kOlderArchive, texts::kAdviceOlderArchive},
 }};
 
 /// The advice of a number; any other failure comes out of the figures of a record.

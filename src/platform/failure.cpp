@@ -14,7 +14,7 @@ struct Description {
     int number;
     std::string_view text;
 };
-constexpr std::array<Description, 21> kDescriptions{{
+constexpr std::array<Description, 33> kDescriptions{{
     {kInvalidCall, "Invalid procedure call or argument"},
     {kOverflow, "Overflow"},
     {kOutOfMemory, "Out of memory"},
@@ -36,6 +36,18 @@ constexpr std::array<Description, 21> kDescriptions{{
     {kPathFileAccess, "Path/File access error"},
     {kPathNotFound, "Path not found"},
     {kPrinter, "Printer error"},
+    {kNothingBegun, "Update or CancelUpdate without AddNew or Edit"},
+    {kNoCurrentRecord, "No current record"},
+    {kKeyTaken, "Duplicate values in the index, primary key, or relationship"},
+    {kArchiveReadOnly, "Cannot update. Database or object is read-only"},
+    {kNotAnArchive, "Cannot open database. It may not be a database, or it may be corrupt"},
+    {kTooFewParameters, "Too few parameters"},
+    {kStatementNotUnderstood, "Syntax error in query expression"},
+    {kNoSuchTable, "Cannot find the input table or query"},
+    {kArchiveOnServer, "ODBC--connection failed"},
+    {kArchiveLocked, "Could not update; currently locked by another user"},
+    {kNoSuchColumn, "Item not found in this collection"},
+    {kOlderArchive, "Unrecognized database format"},
 }};
 
 }  // namespace

@@ -29,6 +29,19 @@ enum FailureNumber : int {
     kPathFileAccess = 75,
     kPathNotFound = 76,
     kPrinter = 482,
+    // Of the database objects
+    kNothingBegun = 3020,
+    kNoCurrentRecord = 3021,
+    kKeyTaken = 3022,
+    kArchiveReadOnly = 3027,
+    kNotAnArchive = 3049,
+    kTooFewParameters = 3061,
+    kStatementNotUnderstood = 3075,
+    kNoSuchTable = 3078,
+    kArchiveOnServer = 3151,
+    kArchiveLocked = 3260,
+    kNoSuchColumn = 3265,
+    kOlderArchive = 3343,
 };
 
 /// The usual English description of a failure number; "Application-defined error" for others.

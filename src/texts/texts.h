@@ -116,6 +116,32 @@ inline constexpr Text kAdviceMissingRecord{
     Kind::failure,
     "il record non c'è: ripetere la selezione dal menu, o rimettere l'archivio da una "
     "copia, poi rilanciare."};
+// Archives with tables (.MDB). The archive and what the failure is about stand on a line of their
+// own.
+inline constexpr Text kAdviceOlderArchive{
+    Kind::failure,
+    "l'archivio è nel vecchio formato: convertirlo con nzutil importa e il nome del file, poi "
+    "rilanciare."};
+inline constexpr Text kAdviceNotAnArchive{
+    Kind::failure,
+    "il file non è un archivio o è danneggiato: rimetterlo da una copia, poi rilanciare."};
+inline constexpr Text kAdviceArchiveOnServer{
+    Kind::failure,
+    "l'archivio sta su un server, che questa versione non raggiunge: usare un archivio locale "
+    "(nzutil modelli ne crea di vuoti), poi rilanciare."};
+inline constexpr Text kAdviceArchiveLocked{
+    Kind::failure,
+    "un altro programma sta scrivendo nell'archivio: attendere che finisca, poi rilanciare."};
+inline constexpr Text kAdviceArchiveTable{
+    Kind::failure,
+    "all'archivio manca la tabella o la colonna indicata: ricrearlo dal modello (nzutil modelli), "
+    "poi rilanciare."};
+inline constexpr Text kAdviceKeyTaken{
+    Kind::failure,
+    "nell'archivio c'è già una riga con la stessa chiave: togliere il doppione, poi "
+    "rilanciare."};
+inline constexpr Text kAdviceArchiveReport{
+    Kind::failure, "segnalare il messaggio all'assistenza, con una copia dell'archivio."};
 inline constexpr Text kAdviceRights{
     Kind::failure,
     "controllare i diritti su file e directory, e che nessun altro programma li tenga "
