@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "context/failure_handler.h"
+#include "platform/code_page.h"
 #include "platform/failure.h"
 #include "platform/standard_streams.h"
 #include "platform/stop_request.h"
@@ -32,7 +33,7 @@ int answer_arguments(std::span<const char* const> arguments) {
         std::cout << texts::kVersion.utf8 << VELMOR_VERSION << "\n";
         return 0;
     }
-    std::cerr << texts::kUnknownArgument.utf8 << first << "\n";
+    std::cerr << texts::kUnknownArgument.utf8 << platform::utf8_to_terminal(first) << "\n";
     return kWrongUse;
 }
 

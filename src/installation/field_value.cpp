@@ -1,12 +1,14 @@
 #include "installation/field_value.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <utility>
 
 #include "context/utilities.h"
 #include "records/dictionary/DIPX.h"
 #include "records/fields.h"
+#include "records/meanings.h"
 #include "records/numbers.h"
 
 namespace nzutil {
@@ -16,6 +18,7 @@ namespace {
 using MXREPOSITORY::Descriptor;
 
 constexpr int kDateDigits = 8;
+constexpr int kMonthDigits = 6;
 
 bool all_digits(std::string_view text) {
     return std::ranges::all_of(text, [](char c) { return c >= '0' && c <= '9'; });
@@ -77,9 +80,37 @@ std::optional<Objection> number_objection(const Descriptor& field, std::string_v
     return std::nullopt;
 }
 
-/// Does the field hold a day, ddmmyyyy? Shorter ones hold a month and a year in either order.
-bool holds_a_day(const Descriptor& field) {
-    return field.type == 'D' && field.length == kDateDigits;
+/// What the digits of a date field are, as the field's meaning says, and what else is refused.
+struct DateForm {
+    std::string_view in_meaning;
+    bool (*exists)(std::string_view digits);
+    const texts::Text* expected;
+};
+bool is_month_and_year(std::string_view mmyyyy) {
+    return is_date("01" + std::string(mmyyyy));
+}
+bool is_year_and_month(std::string_view yyyymm) {
+    return is_month_and_year(std::string(yyyymm.substr(4)) + std::string(yyyymm.substr(0, 4)));
+}
+constexpr DateForm kDay{"", is_date, &texts::kToolExpectedRealDate};
+constexpr std::array kMonthForms{
+    DateForm{"mmaaaa", is_month_and_year, &texts::kToolExpectedMonthYear},
+    DateForm{"aaaamm", is_year_and_month, &texts::kToolExpectedYearMonth}};
+
+/// Eight digits are a day; six a month and a year in the order that the meaning gives. Nothing
+/// where neither is known.
+const DateForm* date_form(const Descriptor& field) {
+    if (field.type == 'D' && field.length == kDateDigits) {
+        return &kDay;
+    }
+    if (field.type != 'D' || field.length != kMonthDigits) {
+        return nullptr;
+    }
+    const std::string_view meaning = MXREPOSITORY::meaning_of(field.name());
+    const auto* form = std::ranges::find_if(kMonthForms, [&](const DateForm& candidate) {
+        return meaning.find(candidate.in_meaning) != std::string_view::npos;
+    });
+    return form == kMonthForms.end() ? nullptr : form;
 }
 
 std::optional<Objection> digits_objection(const Descriptor& field, std::string_view value) {
@@ -87,9 +118,9 @@ std::optional<Objection> digits_objection(const Descriptor& field, std::string_v
         return Objection{&texts::kToolExpectedDigits, std::to_string(field.length)};
     }
     const bool none = value.find_first_not_of('0') == std::string_view::npos;
-    if (holds_a_day(field) && !none &&
-        !is_date(MXREPOSITORY::zeri_a_sinistra(value, kDateDigits))) {
-        return Objection{&texts::kToolExpectedRealDate, std::string(value)};
+    const DateForm* form = none ? nullptr : date_form(field);
+    if (form != nullptr && !form->exists(MXREPOSITORY::zeri_a_sinistra(value, width_of(field)))) {
+        return Objection{form->expected, std::string(value)};
     }
     return std::nullopt;
 }

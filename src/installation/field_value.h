@@ -39,8 +39,9 @@ enum class Decimals {
 [[nodiscard]] bool is_date(std::string_view ddmmyyyy);
 
 /// Nothing if the field can hold the value (bytes of code page 1252): text not longer than the
-/// field, a day of the calendar (or none: blanks, zeros) in date fields of eight digits, digits in
-/// the other date fields, a number whose whole part fits the width.
+/// field, a day of the calendar (or none: blanks, zeros) in date fields of eight digits, a month
+/// and a year in those of six whose meaning gives their order, digits in the other date fields, a
+/// number whose whole part fits the width.
 [[nodiscard]] std::optional<Objection> objection(const MXREPOSITORY::Descriptor& field,
                                                  std::string_view value, Decimals decimals);
 

@@ -131,7 +131,22 @@ void expect_directory(const std::string& directory) {
     }
 }
 
+void make_directory(const fs::path& directory) {
+    std::error_code failed;
+    fs::create_directories(directory, failed);
+    if (failed) {
+        throw ToolError(texts::kToolCannotWrite, {directory.string()});
+    }
+}
+
 }  // namespace
+
+std::string make_archive_directory(const std::string& directory) {
+    expect_directory(directory);
+    const fs::path archive = fs::path(directory) / "archivi";
+    make_directory(archive);
+    return fs::absolute(archive).lexically_normal().string();
+}
 
 Installation::Installation(std::string archive_directory, std::string registry_file)
     : archive_directory_(std::move(archive_directory)), registry_file_(std::move(registry_file)) {}
@@ -146,25 +161,17 @@ Installation::~Installation() {
 Installation Installation::create(const std::string& directory) {
     expect_directory(directory);
     const fs::path root(directory);
-    const fs::path archive = root / "archivi";
-    if (platform::files().exists((archive / "NZBASE.DAT").string())) {
+    if (platform::files().exists((root / "archivi" / "NZBASE.DAT").string())) {
         throw ToolError(texts::kToolInstallationExists, {directory});
     }
-    std::error_code failed;
-    fs::create_directories(archive, failed);
-    if (!failed) {
-        fs::create_directories(root / "programmi", failed);
-    }
-    if (failed) {
-        throw ToolError(texts::kToolCannotWrite, {directory});
-    }
+    const fs::path archive = make_archive_directory(directory);
+    make_directory(root / "programmi");
     write_registry(root);
     write_file(archive / "NZBASE.DAT", file_table_bytes());
     for (const FileLayout& layout : file_layouts()) {
         write_file(archive / layout.name, first_content(layout));
     }
-    Installation made(fs::absolute(archive).lexically_normal().string(),
-                      (root / "registro.ini").string());
+    Installation made(archive.string(), (root / "registro.ini").string());
     made.attach();
     for (const FileLayout& layout : file_layouts()) {
         if (layout.content == Content::index) {
@@ -254,7 +261,7 @@ void Installation::write(int file, int record, const std::string& bytes) {
     const int present = record_count(file);
     const auto length = static_cast<std::size_t>(record_length(file));
     for (int missing = present + 1; missing < record; ++missing) {
-        MXLIBRERIA::SCRIVIREC(file, missing, record_left_out(file, length));
+        MXLIBRERIA::write_whole_record(file, missing, record_left_out(file, length));
     }
     MXLIBRERIA::write_whole_record(file, record, bytes);
 }

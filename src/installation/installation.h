@@ -19,6 +19,10 @@
 
 namespace nzutil {
 
+/// The archive directory of an installation that is to be made, made if missing; its absolute path.
+/// ToolError where that cannot be.
+[[nodiscard]] std::string make_archive_directory(const std::string& directory);
+
 class Installation {
   public:
     /// Makes an installation without companies and employees: all files, the indexes and text files

@@ -10,11 +10,12 @@
 
 namespace nzutil {
 
-/// A text of the catalogue with its values: each "{}" takes the next one (all UTF-8).
+/// A text of the catalogue with its values: each "{}" takes the next one (all UTF-8). What comes
+/// from a record, a path or the command line may hold anything: control characters become '?'.
 [[nodiscard]] std::string fill(const texts::Text& text,
                                std::initializer_list<std::string_view> values);
 
-/// Ends a command; the text goes to standard error.
+/// Ends a command; the text goes to standard error, its control characters as '?'.
 class ToolError : public std::runtime_error {
   public:
     explicit ToolError(const std::string& text) : std::runtime_error(text) {}

@@ -60,11 +60,12 @@ void show_failure(const platform::Failure& failure) {
                       {std::to_string(failure.number()), failure.description()})
               << '\n';
     if (!failure.culprit.empty()) {
-        std::cerr << texts::kFailureCulprit.utf8 << failure.culprit << '\n';
+        std::cerr << texts::kFailureCulprit.utf8 << platform::utf8_to_terminal(failure.culprit)
+                  << '\n';
     }
     std::string advice = MXLIBRERIA::failure_advice(failure);
     std::erase(advice, '\r');
-    std::cerr << platform::to_utf8(advice);
+    std::cerr << platform::utf8_lines_to_terminal(platform::to_utf8(advice));
 }
 
 int run_command(const Arguments& arguments) {
@@ -98,7 +99,7 @@ int run_tool(const Arguments& arguments) {
     try {
         return run_command(arguments);
     } catch (const ToolError& error) {
-        std::cerr << error.what() << '\n';
+        std::cerr << platform::utf8_lines_to_terminal(error.what()) << '\n';
     } catch (const std::exception& other) {
         show_failure(platform::failure_of(other));
     }

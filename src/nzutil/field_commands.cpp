@@ -1,13 +1,16 @@
 // leggi, scrivi, scheda: descriptors, fields and records.
 
 #include <algorithm>
+#include <array>
 #include <iostream>
 #include <optional>
 
+#include "files/isam.h"
 #include "installation/field_value.h"
 #include "installation/installation.h"
 #include "installation/tool_error.h"
 #include "nzutil/commands.h"
+#include "nzutil/index_check.h"
 #include "nzutil/killed_run.h"
 #include "nzutil/pay_slip.h"
 #include "nzutil/write_lock.h"
@@ -39,11 +42,37 @@ struct FieldPlace {
     int occurrence;
 };
 
-/// A record by its number; in the files of one record an employee also by the employee's code.
+/// Files of an employee's records that an index leads to.
+struct IndexedFile {
+    int file;
+    int index;
+};
+constexpr std::array kIndexedFiles{IndexedFile{kBeforeImages, kBeforeImageIndex},
+                                   IndexedFile{kCertificates, kCertificateIndex},
+                                   IndexedFile{kFormerCertificates, kFormerCertificateIndex}};
+
+/// The record that the index of a file has for an employee's code.
+int indexed_record(const Installation& installation, int index, const std::string& code) {
+    if (index_key_length(installation, index) != kEmployeeKey) {
+        throw ToolError(texts::kToolNoIndex, {std::to_string(index)});
+    }
+    const double record = MXLIBRERIA::ISAM(index, plain_code(code), MXLIBRERIA::kIsamSearch, 0);
+    if (record <= 0) {
+        throw ToolError(texts::kToolNoCodeInIndex, {code, std::to_string(index)});
+    }
+    return static_cast<int>(record);
+}
+
+/// A record by its number; where a record is one employee's, also by his code.
 int record_argument(const Installation& installation, int file, const std::string& text) {
-    const bool of_employees = file == kEmployees || file == kTwelveMonths;
-    if (of_employees && static_cast<int>(plain_code(text).size()) == kEmployeeKey) {
-        return employee_record(installation, text);
+    if (static_cast<int>(plain_code(text).size()) == kEmployeeKey) {
+        if (file == kEmployees || file == kTwelveMonths) {
+            return employee_record(installation, text);
+        }
+        const auto* indexed = std::ranges::find(kIndexedFiles, file, &IndexedFile::file);
+        if (indexed != kIndexedFiles.end()) {
+            return indexed_record(installation, indexed->index, text);
+        }
     }
     return whole_argument(text, 1, kLargestRecord);
 }

@@ -23,6 +23,7 @@ void tell_registry(const Installation& installation) {
 }  // namespace
 
 int command_demo(const Arguments& arguments) {
+    const WriteLock lock = WriteLock::of_new_installation(arguments[0], "demo");
     const Installation installation = make_demo_installation(arguments[0]);
     std::cout << fill(texts::kToolDemoMade,
                       {arguments[0], std::to_string(installation.read_selection().size()),
@@ -48,6 +49,7 @@ int command_period(const Arguments& arguments) {
 
 int command_install(const Arguments& arguments) {
     const Scenario scenario = read_scenario(arguments[0]);
+    const WriteLock lock = WriteLock::of_new_installation(arguments[1], "installa");
     const Installation installation = install_scenario(scenario, arguments[1]);
     std::cout << fill(texts::kToolInstallationMade, {arguments[1]}) << '\n';
     tell_registry(installation);

@@ -130,7 +130,7 @@ int command_scenarios(const Arguments& arguments) {
             different += report(file, request, tools) ? 0 : 1;
         } catch (const ToolError& error) {
             std::cout.flush();
-            std::cerr << error.what() << '\n';
+            std::cerr << platform::utf8_lines_to_terminal(error.what()) << '\n';
             ++not_run;
         }
     }

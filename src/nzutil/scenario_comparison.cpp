@@ -97,6 +97,11 @@ void compare_list(const std::vector<std::string>& expected, const std::vector<st
     }
 }
 
+std::string on_one_line(std::string text) {
+    std::ranges::replace(text, '\n', ' ');
+    return text;
+}
+
 /// Every box must be announced, and every announced box must come. Questions that the scenario
 /// answers, and the closing message of a run in order, need no announcement.
 void compare_boxes(const ScenarioRun& run, const std::vector<ShownBox>& boxes, const Prefix& prefix,
@@ -113,7 +118,7 @@ void compare_boxes(const ScenarioRun& run, const std::vector<ShownBox>& boxes, c
         const bool answered = box.answer && questions++ < run.answers.size();
         if (!answered && !is_closing_message(box)) {
             differences.push_back({prefix(fill(texts::kToolPlaceBox, {std::to_string(i + 1)})),
-                                   std::string(texts::kToolNothing.utf8), box.text});
+                                   std::string(texts::kToolNothing.utf8), on_one_line(box.text)});
         }
     }
     for (; announced < run.expected_boxes.size(); ++announced) {

@@ -3,6 +3,7 @@
 // batch is calculating: a period or a record that changes under a run would go into the wages.
 
 #include <memory>
+#include <string>
 #include <string_view>
 
 #include "installation/installation.h"
@@ -10,14 +11,27 @@
 
 namespace nzutil {
 
-/// The run's own lock, for the life of the object.
+/// The run's own lock, for the life of the object. It goes after the files and the recovery slot
+/// have been closed: what a run that starts then opens is its own.
 class WriteLock {
   public:
     /// Finishes what a killed run has left; what the command writes goes through the recovery slot.
     /// ToolError that names the holder if another program works on the archive.
     WriteLock(const Installation& installation, std::string_view command);
+    /// Keeps runs out of an installation while it is being made: makes its directory. What is
+    /// written there goes straight to the files, as nobody has wages in them yet. ToolError also
+    /// where the directory cannot be made.
+    [[nodiscard]] static WriteLock of_new_installation(const std::string& directory,
+                                                       std::string_view command);
+    ~WriteLock();
+    WriteLock(const WriteLock&) = delete;
+    WriteLock& operator=(const WriteLock&) = delete;
+    WriteLock(WriteLock&&) = delete;
+    WriteLock& operator=(WriteLock&&) = delete;
 
   private:
+    WriteLock(const std::string& archive_directory, std::string_view command);
+
     std::unique_ptr<platform::DirectoryLock> lock_;
 };
 

@@ -76,6 +76,29 @@ std::uint32_t next_character(std::string_view utf8, std::size_t& position) {
     return character;
 }
 
+/// A terminal obeys it instead of showing it.
+bool is_control(std::uint32_t character) {
+    constexpr std::uint32_t kFirstPrintable = 0x20;
+    constexpr std::uint32_t kDelete = 0x7F;
+    return character < kFirstPrintable || (character >= kDelete && character < kFirstLatin);
+}
+
+std::string utf8_without_controls(std::string_view utf8, bool keeps_line_feeds) {
+    std::string out;
+    out.reserve(utf8.size());
+    for (std::size_t position = 0; position < utf8.size();) {
+        const std::size_t start = position;
+        const std::uint32_t character = next_character(utf8, position);
+        const bool line_feed = keeps_line_feeds && character == '\n';
+        if (character == kInvalid || (is_control(character) && !line_feed)) {
+            out += '?';
+        } else {
+            out += utf8.substr(start, position - start);
+        }
+    }
+    return out;
+}
+
 char code_of(std::uint32_t character) {
     if (character < kFirstUpperControl || (character >= kFirstLatin && character <= 0xFF)) {
         return byte_of(character);
@@ -99,17 +122,21 @@ std::string to_utf8(std::string_view bytes_1252) {
 }
 
 std::string to_terminal(std::string_view bytes_1252) {
-    constexpr std::uint32_t kFirstPrintable = 0x20;
-    constexpr std::uint32_t kDelete = 0x7F;
     std::string out;
     out.reserve(bytes_1252.size());
     for (const char byte : bytes_1252) {
         const std::uint32_t character = character_of(static_cast<unsigned char>(byte));
-        const bool control =
-            character < kFirstPrintable || (character >= kDelete && character < kFirstLatin);
-        append_utf8(out, control ? '?' : character);
+        append_utf8(out, is_control(character) ? '?' : character);
     }
     return out;
+}
+
+std::string utf8_to_terminal(std::string_view utf8) {
+    return utf8_without_controls(utf8, false);
+}
+
+std::string utf8_lines_to_terminal(std::string_view utf8) {
+    return utf8_without_controls(utf8, true);
 }
 
 std::string from_utf8(std::string_view utf8) {

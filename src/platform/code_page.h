@@ -16,6 +16,12 @@ namespace platform {
 /// end is one too.
 [[nodiscard]] std::string to_terminal(std::string_view bytes_1252);
 
+/// UTF-8 text (arguments, paths) for a terminal in the same way; bytes that are no UTF-8 become
+/// '?'.
+[[nodiscard]] std::string utf8_to_terminal(std::string_view utf8);
+/// The same for text of several lines: line feeds stay.
+[[nodiscard]] std::string utf8_lines_to_terminal(std::string_view utf8);
+
 /// UTF-8 to bytes of code page 1252. A character that the code page lacks becomes '?'.
 [[nodiscard]] std::string from_utf8(std::string_view utf8);
 

@@ -83,14 +83,6 @@ void open_files() {
     }
 }
 
-void read_yearly_tables() {
-    if (LEGGIREC(kFixedData, 1) == 1) {
-        throw platform::Failure(
-            platform::kInputPastEnd);  // Without them nothing can be calculated.
-    }
-    area(Area::FISX) = record_buffer(kFixedData);
-}
-
 // ---- Corrections and questions by the period ----
 
 /// What three parameters of the yearly table must hold before 2013 and from 2013 on.

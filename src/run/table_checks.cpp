@@ -6,6 +6,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "context/period.h"
 #include "context/utilities.h"
@@ -73,6 +74,14 @@ void check_whole_records(double file) {
     }
 }
 
+/// A record that could not be read stands behind the last whole one and not across the file's end.
+void check_record_is_whole(double file, double record) {
+    const auto width = static_cast<double>(record_buffer(file).size());
+    if (file_length(file) > (record - 1) * width && file_length(file) < record * width) {
+        refuse(platform::kBadRecordLength, file, record, texts::kCheckPartialRecord);
+    }
+}
+
 // ---- Numbers ----
 
 /// Digits, blanks or nothing (zero bytes), with at most one minus: what a field of a number holds.
@@ -116,6 +125,27 @@ void check_period() {
     }
 }
 
+constexpr std::size_t kEntriesOfRecord = 20;
+
+/// An entry of the selection, and where it stands.
+struct CheckedEntry {
+    std::string company;
+    std::string employee;
+    double record;
+    double place;  ///< in the selection, from 1
+};
+
+[[noreturn]] void refuse_entry(int number, const CheckedEntry& entry, const std::string& wrong) {
+    refuse(number, kSelection, entry.record,
+           texts::kCheckSelectionEntry.bytes() + testo_numero(entry.place) + wrong +
+               texts::kCheckSelectionRest.bytes());
+}
+
+/// A record number of digits, blanks among them or not, from 1 on.
+bool is_record_number(const std::string& text) {
+    return text.find_first_not_of("0123456789 ") == std::string::npos && valore(text) >= 1;
+}
+
 /// Reads a record of the selection; false behind the last.
 bool read_selection(double record) {
     if (LEGGIREC(kSelection, record) != 1) {
@@ -128,32 +158,58 @@ bool read_selection(double record) {
     return false;
 }
 
-/// The companies of a selection that can be read to its end.
-std::set<double> selected_companies() {
+/// The entries of a selection that can be read to its end.
+std::vector<CheckedEntry> selected_entries() {
     constexpr std::size_t kEntryWidth = 10;
-    constexpr std::size_t kEntriesOfRecord = 20;
     constexpr std::string_view kEnd = "9999999999";
-    std::set<double> companies;
+    std::vector<CheckedEntry> selected;
     for (double record = 1; read_selection(record); ++record) {
-        for (std::size_t entries = 0; entries < kEntriesOfRecord; ++entries) {
-            const std::size_t position = entries * kEntryWidth + 1;
-            const std::string_view entry = characters(kSelection, position, kEntryWidth);
+        for (std::size_t i = 0; i < kEntriesOfRecord; ++i) {
+            const std::string_view entry = characters(kSelection, i * kEntryWidth + 1, kEntryWidth);
             if (entry == kEnd) {
-                return companies;
+                return selected;
             }
-            if (!holds_number(ritaglia(entry, 1, 3)) || !holds_number(ritaglia(entry, 7, 4))) {
-                refuse(platform::kTypeMismatch, kSelection, record, texts::kCheckSelectionNoNumber);
-            }
-            companies.insert(valore(ritaglia(entry, 1, 3)));
+            selected.push_back({std::string(ritaglia(entry, 1, 3)),
+                                std::string(ritaglia(entry, 7, 4)), record,
+                                static_cast<double>(selected.size()) + 1});
         }
+    }
+    return selected;
+}
+
+/// Is the company there? Without it the walks tell, and touch none of its employees.
+bool read_company(double company) {
+    return LEGGIREC(kCompanies, company) != 1 &&
+           LEGGICAMPONUM(T261, 0, record_buffer(kCompanies)) != kDeleted;
+}
+
+/// Company and employee of an entry are record numbers, and the employee's record is there.
+void check_entry(const CheckedEntry& entry, double employees) {
+    if (!is_record_number(entry.company) || !is_record_number(entry.employee)) {
+        refuse_entry(platform::kTypeMismatch, entry, texts::kCheckSelectionNoNumber.bytes());
+    }
+    if (valore(entry.employee) > employees && read_company(valore(entry.company))) {
+        refuse_entry(platform::kBadRecordNumber, entry,
+                     texts::kCheckSelectionBeyond.bytes() + testo_numero(employees) +
+                         texts::kCheckSelectionBeyondRest.bytes());
+    }
+}
+
+/// The companies of a selection whose entries all lead to a record.
+std::set<double> selected_companies() {
+    const auto width = static_cast<double>(record_buffer(kEmployees).size());
+    const double employees = std::floor(file_length(kEmployees) / width);
+    std::set<double> companies;
+    for (const CheckedEntry& entry : selected_entries()) {
+        check_entry(entry, employees);
+        companies.insert(valore(entry.company));
     }
     return companies;
 }
 
-/// The sector of a selected company; a company or sector that is missing or deleted is the walks'.
+/// The sector of a selected company; a sector that is missing is the walks'.
 void check_sector_of(double company) {
-    if (company < 1 || LEGGIREC(kCompanies, company) == 1 ||
-        LEGGICAMPONUM(T261, 0, record_buffer(kCompanies)) == kDeleted) {
+    if (!read_company(company)) {
         return;
     }
     const double sector = LEGGICAMPONUM(T067, 0, record_buffer(kCompanies));
@@ -184,6 +240,7 @@ void check_brackets(double file) {
             return;
         }
     }
+    check_record_is_whole(file, record);
     refuse(platform::kSubscriptOutOfRange, file, record - 1, texts::kCheckNoClosingBracket);
 }
 
@@ -263,6 +320,15 @@ void check_formulas(const std::string& letters) {
 }
 
 }  // namespace
+
+void read_yearly_tables() {
+    if (LEGGIREC(kFixedData, 1) == 1) {
+        const bool empty = file_length(kFixedData) == 0;
+        refuse(platform::kInputPastEnd, kFixedData, 1,
+               empty ? texts::kCheckEmpty : texts::kCheckPartialRecord);
+    }
+    area(Area::FISX) = record_buffer(kFixedData);
+}
 
 void check_tables() {
     if (file_length(kPeriod) == 0) {

@@ -185,10 +185,15 @@ inline constexpr Text kCheckPeriodDate{
     "nzutil periodo, poi rilanciare."};
 inline constexpr Text kCheckSelectionShort{
     Kind::failure, "la selezione è tronca: ripeterla dal menu, poi rilanciare."};
+/// The place of the entry in the selection follows, then what is wrong with it, then the rest.
+inline constexpr Text kCheckSelectionEntry{Kind::failure, "nella selezione l'elemento "};
 inline constexpr Text kCheckSelectionNoNumber{
-    Kind::failure,
-    "la selezione ha un dipendente o una ditta che non è un numero: ripeterla dal "
-    "menu, poi rilanciare."};
+    Kind::failure, " non ha i numeri di ditta (posizioni 1-3) e dipendente (7-10)"};
+/// The records of the employee file stand between the two pieces.
+inline constexpr Text kCheckSelectionBeyond{Kind::failure,
+                                            " è un dipendente che non c'è (l'archivio 2 ha "};
+inline constexpr Text kCheckSelectionBeyondRest{Kind::failure, " record)"};
+inline constexpr Text kCheckSelectionRest{Kind::failure, ": ripeterla dal menu, poi rilanciare."};
 
 inline constexpr Text kInterrupted{Kind::failure, "Elaborazione interrotta su richiesta."};
 /// The number of employees follows.

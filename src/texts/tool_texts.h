@@ -84,6 +84,8 @@ inline constexpr Text kToolRegistry{Kind::tool, "Per usarla: SOLMAREL_REGISTRO={
 inline constexpr Text kToolPeriodSet{Kind::tool, "Periodo {}, tipo {}."};
 inline constexpr Text kToolKeyFound{Kind::tool, "{} record {}"};
 inline constexpr Text kToolKeyMissing{Kind::tool, "La chiave {} non c'è."};
+/// Employee's code and index.
+inline constexpr Text kToolNoCodeInIndex{Kind::tool, "Il dipendente {} non è nell'indice {}."};
 inline constexpr Text kToolKeyLength{Kind::tool, "Le chiavi dell'indice {} hanno {} caratteri."};
 inline constexpr Text kToolNoIndex{Kind::tool, "L'archivio logico {} non è un indice."};
 inline constexpr Text kToolIndexSound{Kind::tool, "Indice {} integro: {} chiavi, {} blocchi."};
@@ -111,6 +113,10 @@ inline constexpr Text kToolUsePoint{
     Kind::tool, "per i decimali usare il punto, senza separatore delle migliaia: {} e non {}"};
 inline constexpr Text kToolExpectedRealDate{
     Kind::tool, "attesa una data del calendario, ggmmaaaa: \"{}\" non esiste"};
+inline constexpr Text kToolExpectedMonthYear{Kind::tool,
+                                             "attesi un mese e un anno, mmaaaa: \"{}\" non esiste"};
+inline constexpr Text kToolExpectedYearMonth{Kind::tool,
+                                             "attesi un anno e un mese, aaaamm: \"{}\" non esiste"};
 inline constexpr Text kToolExpectedDecimals{Kind::tool, "atteso un numero con al più {} decimali"};
 inline constexpr Text kToolExpectedWidth{Kind::tool, "atteso un numero che entri in {} cifre"};
 inline constexpr Text kToolExpectedLength{Kind::tool, "atteso un testo di al più {} caratteri"};

@@ -115,7 +115,7 @@ TEST_F(RunFaults, MissingEmployeesFile) {
 TEST_F(RunFaults, EmptyEmployeesFile) {
     write(path(kEmployees), "");
     installation().write_selection({{1, 1}});
-    expect_failure_that_changes_nothing("63 Bad record number", "LEGGIREC (2-1)");
+    expect_failure_that_changes_nothing("63 Bad record number", "l'archivio 2 ha 0 record");
 }
 
 TEST_F(RunFaults, LastEmployeeCutShortIsNotPrepared) {
@@ -125,7 +125,7 @@ TEST_F(RunFaults, LastEmployeeCutShortIsNotPrepared) {
     installation().write_selection({{1, last}});
     fs::resize_file(file, fs::file_size(file) - 100);
     expect_failure_that_changes_nothing("63 Bad record number",
-                                        "LEGGIREC (2-" + std::to_string(last) + ")");
+                                        "l'archivio 2 ha " + std::to_string(last - 1) + " record");
 }
 
 TEST_F(RunFaults, EmptyYearlyTables) {
@@ -177,7 +177,17 @@ TEST_F(RunFaults, ADamagedTableEndsTheRunBeforeAnythingIsWritten) {
         {6, 2, "13", "la data del periodo non è nel calendario"},
         {6, 0, "00", "la data del periodo non è nel calendario"},
         {5, 10, "", "la selezione è tronca"},
-        {5, 7, "O", "la selezione ha un dipendente"},
+        {5, 7, "O", "nella selezione l'elemento 1 non ha i numeri di ditta"},
+        {5, 10, "          ", "nella selezione l'elemento 2 non ha i numeri di ditta"},
+        {5, 10, "0010000000", "nella selezione l'elemento 2 non ha i numeri di ditta"},
+        {5, 10, "0000000001", "nella selezione l'elemento 2 non ha i numeri di ditta"},
+        {5, 10, "001000-001", "nella selezione l'elemento 2 non ha i numeri di ditta"},
+        {5, 10, "001   -  2", "Archivio o record: 5-1 SELEZ.DAT"},
+        {5, 10, "0010000999", "nella selezione l'elemento 2 è un dipendente che non c'è"},
+        {19, 0, "", "Archivio o record: 19-1 FISSI.DAT"},
+        {19, 3099, "", "Archivio o record: 19-1 FISSI.DAT"},
+        {18, 40, "", "Archivio o record: 18-1 SCAGLIRP.DAT"},
+        {18, 120, "", "Archivio o record: 18-2 SCAGLIRP.DAT"},
     };
     for (const Damage& damage : damages) {
         SCOPED_TRACE(damage.in_message);
@@ -222,11 +232,16 @@ TEST_F(RunFaults, SelectionOfACompanyThatDoesNotExist) {
     EXPECT_EQ(bytes(path(kCompanies)), companies);
 }
 
+/// Nobody reads the employee of a company that is not there: the message names the company.
+TEST_F(RunFaults, SelectionOfACompanyThatDoesNotExistMayNameAnyEmployee) {
+    installation().write_selection({{77, 999}});
+    EXPECT_NE(run().output.find("MANCA DITTA 77"), std::string::npos);
+}
+
 TEST_F(RunFaults, SelectionOfAnEmployeeThatDoesNotExistLeavesTheOthersAlone) {
     const int beyond = installation().record_count(kEmployees) + 5;
     installation().write_selection({{1, beyond}});
-    expect_failure_that_changes_nothing("63 Bad record number",
-                                        "LEGGIREC (2-" + std::to_string(beyond) + ")");
+    expect_failure_that_changes_nothing("63 Bad record number", "5-1 SELEZ.DAT");
 }
 
 TEST_F(RunFaults, EmptyIndexOfBeforeImagesIsShownAndTheRunGoesOn) {
@@ -296,6 +311,8 @@ TEST_F(RunFaults, CommandLineKnowsHelpAndVersionOnly) {
     const ProcessResult refused = nzutil::run_process(asked);
     EXPECT_EQ(refused.status, 2);
     EXPECT_NE(refused.errors.find("--tutti"), std::string::npos);
+    asked.arguments = {"--\x1B[2J"};
+    EXPECT_NE(nzutil::run_process(asked).errors.find("--?[2J"), std::string::npos);
     EXPECT_EQ(snapshot(), before);
 }
 

@@ -32,7 +32,8 @@ struct FaultPlan {
     double kill_keeps = 0;                    ///< part of that write that reaches the file, 0 to 1
     bool killed = false;                      ///< nothing more reaches the disk
     std::function<void()> after_change;       ///< called after each whole write
-    std::vector<std::string> synced;          ///< names of the files held to the disk, in order
+    std::function<void(const std::string&)> before_removal;  ///< with the path
+    std::vector<std::string> synced;  ///< names of the files held to the disk, in order
 
     void count() {
         if (killed) {
@@ -126,6 +127,9 @@ class FaultFileSystem final : public platform::FileSystem {
         plan_->count();
         if (plan_->kill_comes()) {
             throw Killed();
+        }
+        if (plan_->before_removal) {
+            plan_->before_removal(path);
         }
         platform::real_files().remove(path);
     }

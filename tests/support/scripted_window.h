@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/failure.h"
 #include "platform/window.h"
 
 namespace test_support {
@@ -50,6 +51,7 @@ class ScriptedWindow : public platform::Window {
     std::vector<std::string> lines;
     std::vector<std::string> remarks;
     std::vector<std::string> walks;
+    int failure_at_walk = 0;  ///< failure that the beginning of a walk raises; 0: none
     std::string caption;
     std::map<std::pair<platform::Control, int>, std::string> texts;
     std::map<std::pair<platform::Control, int>, bool> visible;
@@ -90,6 +92,9 @@ class ScriptedWindow : public platform::Window {
     void remark(const std::string& text) override { remarks.push_back(text); }
     void begin_walk(const std::string& label, int from, int to) override {
         walks.push_back(label + " " + std::to_string(from) + "-" + std::to_string(to));
+        if (failure_at_walk != 0) {
+            throw platform::Failure(failure_at_walk);
+        }
     }
     void progress(std::size_t done, std::size_t total) override { last_progress = {done, total}; }
     void show_modal() override { ++modal_shows; }

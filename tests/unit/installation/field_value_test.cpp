@@ -43,6 +43,19 @@ TEST(FieldValue, DateIsADayOfTheCalendarOrNone) {
     EXPECT_FALSE(accepted(P013, "41032018"));
 }
 
+TEST(FieldValue, SixDigitsAreAMonthAndAYearInTheOrderOfTheMeaning) {
+    EXPECT_TRUE(accepted(P541, "122024"));
+    EXPECT_TRUE(accepted(P541, "52024"));  // zero-filled: 052024
+    EXPECT_TRUE(accepted(P541, "000000"));
+    EXPECT_FALSE(accepted(P027, "139999"));
+    EXPECT_FALSE(accepted(P541, "002024"));
+    EXPECT_FALSE(accepted(P541, "202405"));
+    EXPECT_TRUE(accepted(PB04, "202405"));
+    EXPECT_FALSE(accepted(PB04, "052024"));
+    EXPECT_FALSE(accepted(PB04, "202413"));
+    EXPECT_TRUE(accepted(P494, "139999"));  // nobody has told what it holds
+}
+
 TEST(FieldValue, WholeNumberTakesNoDecimalsAndNoLetters) {
     EXPECT_TRUE(accepted(P090, "14"));
     EXPECT_TRUE(accepted(P090, "14.00"));

@@ -252,6 +252,12 @@ TEST_F(CommandsTest, CodesAreTakenAsPeopleTypeThem) {
     EXPECT_EQ(run({"scheda", demo, "2", "001-000-0005"}).output,
               run({"scheda", demo, "2", "5"}).output);
     EXPECT_EQ(run({"leggi", demo, "2", "001-000-0099", "P002"}).status, 1);
+    EXPECT_EQ(run({"leggi", demo, "97", "001-000-0005", "J001", "5"}).status, 0);
+    EXPECT_EQ(run({"leggi", demo, "35", "001-000-0012", "P001"}).output, "0010000012\n");
+    EXPECT_EQ(run({"leggi", demo, "35", "001-000-0005", "P001"}).errors,
+              "Il dipendente 001-000-0005 non è nell'indice 36.\n");
+    EXPECT_EQ(run({"leggi", demo, "354", "001-000-0005", "X001"}).errors,
+              "Il dipendente 001-000-0005 non è nell'indice 356.\n");
     const std::string scenario = directory.file("minuscole.yaml");
     std::ofstream(scenario) << "titolo: prova\nperiodo: {data: \"31052024\"}\n"
                                "dipendente: {campi: {p001: \"001-000-0077\", p002: \"ROSSO\"}}\n";
@@ -278,6 +284,49 @@ TEST_F(CommandsTest, ControlCharactersOfARecordDoNotReachTheTerminal) {
         EXPECT_NE(shown.find("ROSSI?[2J"), std::string::npos) << shown;
         EXPECT_EQ(shown.find('\x1B'), std::string::npos);
     }
+}
+
+/// Arguments, names in NZBASE.DAT, blocks of an index and paths of failures may hold anything.
+TEST_F(CommandsTest, ControlCharactersOfAMessageDoNotReachTheTerminal) {
+    const std::string clear = "\x1B[2J\x7F\xC2\x9B\x9B\n";  // escape, delete, C1 twice, line feed
+    const std::string shown = "?[2J????";
+    const auto expect_shown = [&](const nzutil::Arguments& arguments) {
+        const Outcome outcome = run(arguments);
+        const std::string all = outcome.output + outcome.errors;
+        EXPECT_NE(all.find(shown), std::string::npos) << all;
+        EXPECT_EQ(all.find_first_of("\x1B\x7F\x9B"), std::string::npos) << all;
+    };
+    expect_shown({clear});
+    expect_shown({"leggi", demo, "2", "1", clear});
+    expect_shown({"leggi", clear, "2", "1", "P002"});
+    expect_shown({"scrivi", demo, "2", "1", "P058", clear});
+    expect_shown({"isam", demo, "36", "cerca", clear + "12"});
+    expect_shown({"periodo", demo, clear, "4"});
+    expect_shown({"cedolino", demo, clear});
+    expect_shown({"scenario", directory.file(clear)});
+    expect_shown({"demo", "/dev/null/" + clear});
+
+    const std::string there = directory.file(clear);
+    ASSERT_EQ(run({"demo", there}).status, 0);
+    fs::create_directory(there + "/archivi/VELMOR.RIP");  // the slot cannot be written
+    expect_shown({"scrivi", there, "2", "1", "P058", "1950"});
+}
+
+TEST_F(CommandsTest, ControlCharactersOfADamagedFileDoNotReachTheTerminal) {
+    constexpr std::size_t kLine = 79;
+    const auto damage = [this](const std::string& file, std::size_t position) {
+        std::fstream out(demo + "/archivi/" + file,
+                         std::ios::binary | std::ios::in | std::ios::out);
+        out.seekp(static_cast<std::streamoff>(position));
+        out << '\x1B';
+    };
+    damage("DIPPRIMA.IDX", 10);  // the level of the first entry, behind its key
+    EXPECT_EQ(run({"isam", demo, "36", "verifica"}).errors,
+              "Indice 36 danneggiato: nel blocco 1 una voce porta il livello ? invece di 1.\n");
+    damage("NZBASE.DAT", kLine + 4);  // the name of the employee file
+    const std::string errors = run({"leggi", demo, "2", "1", "P002"}).errors;
+    EXPECT_NE(errors.find("D?PEND.DAT"), std::string::npos) << errors;
+    EXPECT_EQ(errors.find('\x1B'), std::string::npos);
 }
 
 TEST_F(CommandsTest, FailureOfAFileNamesItAndEndsWithWhatToDo) {

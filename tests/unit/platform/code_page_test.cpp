@@ -42,6 +42,13 @@ TEST(CodePage, ATerminalGetsNoControlCharacter) {
     EXPECT_EQ(to_terminal("NICOL\xD2 \x80"), "NICOLÒ €");
 }
 
+TEST(CodePage, NorDoesOneThatIsUtf8Already) {
+    EXPECT_EQ(utf8_to_terminal("a\x1B[2J\x7F\n"), "a?[2J??");
+    EXPECT_EQ(utf8_to_terminal("\xC2\x9B\x9B"), "??");  // the same code, as UTF-8 and raw
+    EXPECT_EQ(utf8_to_terminal("NICOLÒ € č 😀"), "NICOLÒ € č 😀");
+    EXPECT_EQ(utf8_lines_to_terminal("a\r\n\tb\n"), "a?\n?b\n");
+}
+
 TEST(CodePage, DamagedUtf8CostsOneByteEach) {
     EXPECT_EQ(from_utf8("\xE0"), "?");  // an accent typed in code page 1252
     EXPECT_EQ(from_utf8("\xE0zz"), "?zz");
