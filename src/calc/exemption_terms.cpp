@@ -40,11 +40,6 @@ bool is_date(const Date& date) {
            date.year >= 1900;
 }
 
-/// Hiring of the exemption: P939 where it is given, else P013.
-Date exemption_start() {
-    return Date::of(testo(num(P939) != 0 ? P939 : P013));
-}
-
 /// A yearly cap, and the token by which an item names it as its target.
 struct Cap {
     Descriptor field;
@@ -53,6 +48,10 @@ struct Cap {
 };
 
 }  // namespace
+
+Date exemption_start() {
+    return Date::of(testo(num(P939) != 0 ? P939 : P013));
+}
 
 std::string exemption_expiry(char code, const Date& start) {
     const auto row = std::find_if(kTerms.begin(), kTerms.end(),

@@ -8,6 +8,9 @@
 
 namespace ModSWCALM {
 
+/// Start of the exemption: P939 where it is given, else the hiring P013.
+[[nodiscard]] Date exemption_start();
+
 /// Month (yyyymm) in which the exemption of code P916 ends for a hiring on `start`; "000000" where
 /// the code gives nothing to so early a hiring.
 [[nodiscard]] std::string exemption_expiry(char code, const Date& start);

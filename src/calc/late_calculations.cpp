@@ -81,13 +81,14 @@ bool general_exemption_applies(std::string_view code) {
         return true;
     }
     if (one_of(code, {"O", "P"})) {
-        open_exemption_OP();
+        share_of_wage();
         return one_of(rifilato(P958), {"01", "02"});
     }
     return sum_of_exemption_caps() != 0;
 }
 
 void exemptions() {
+    azzera({P919, P967, PB51, PC36});
     const std::string code = testo(P916);
     if (code != "0" && general_exemption_applies(code)) {
         ERR_CALCOLA_ESONERO_NUOVI_ASS();
@@ -100,7 +101,6 @@ void exemptions() {
 
 /// P326: the relief asked for in P325, within the employer's contribution of the month.
 void limit_relief() {
-    employer_percentage();
     azzera({P326});
     if (period.ordinary() && num(P327) == 0) {
         second_employer_percentage();
@@ -166,9 +166,10 @@ void late_calculations() {
     store_january_difference();
     flat_incentives();
     keep_fund_share();
+    employer_percentage();
     exemptions();
     limit_relief();
-    youth_contract_incentive();
+    geographical_relief();
     year_end_clearing();
     update_monthly_archive();
     add_taxable_by_class();
