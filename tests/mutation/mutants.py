@@ -173,6 +173,8 @@ def with_mutants(original, mutants):
     return '#include "mutation/switch.h"\n' + original
 
 
-def source_files(root, folders):
-    return [str(path.relative_to(root)) for folder in folders
-            for path in sorted(Path(root, "src", folder).glob("*.cpp"))]
+def source_files(root, places):
+    """The sources of each folder, or the file itself."""
+    return [str(path.relative_to(root)) for place in places
+            for path in sorted(Path(root, "src").glob(place if place.endswith(".cpp")
+                                                      else f"{place}/*.cpp"))]

@@ -26,7 +26,9 @@ from pathlib import Path
 import mutants as maker
 
 ROOT = Path(__file__).resolve().parents[2]
-FOLDERS = ["slip", "contributions", "tax", "closing", "calc", "severance"]
+# Where the rules stand; of a folder that holds other code, too, the file with the rules.
+RULES = ["slip", "contributions", "tax", "closing", "calc", "severance", "formulas",
+         "run/first_walk.cpp", "run_end"]
 COPIED = ["CMakeLists.txt", "CMakePresets.json", "cmake", "demo", "src", "tests"]
 # Mutants make comparisons that can never hold and code that is never run: no warnings.
 FLAGS = "-w;-fpermissive;-Wno-narrowing"
@@ -107,9 +109,9 @@ class Round:
             for file in sorted({mutant.file for mutant in self.mutants}))
 
     def programs(self):
-        folders = [folder for folder in self.options.folders
-                   if list((ROOT / "tests/unit" / folder).glob("*.cpp"))]
-        return [f"test_{folder}" for folder in folders + ["time_coverage"]]
+        folders = dict.fromkeys(Path(rules).parts[0] for rules in self.options.folders)
+        return [f"test_{folder}" for folder in [*folders, "time_coverage"]
+                if list((ROOT / "tests/unit" / folder).glob("*.cpp"))]
 
     def compile(self):
         subprocess.run(["cmake", "--preset", "debug", "-DVELMOR_BENCH=OFF"], cwd=self.copy,
@@ -271,7 +273,8 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__.split("\n")[0])
     parser.add_argument("--seed", type=int, default=1, help="chooses the mutants (default 1)")
     parser.add_argument("--mutants", type=int, default=200, help="how many (default 200)")
-    parser.add_argument("--folders", nargs="+", default=FOLDERS, help="folders of src/")
+    parser.add_argument("--folders", nargs="+", default=RULES,
+                        help="folders, or files, of src/")
     parser.add_argument("--only", type=lambda text: {int(n) for n in text.split(",")}, default=set(),
                         help="numbers of a round to be run again: 17,31")
     parser.add_argument("--work", default=str(ROOT / "build-mutants"), help="directory of the copy")
