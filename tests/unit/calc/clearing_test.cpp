@@ -270,7 +270,10 @@ TEST_F(Blanking, TakesTextsOfZerosOverTheWholeWidth) {
 }
 
 TEST_F(Blanking, TakesEveryTextThatStandsInFrontOfADate) {
-    for (const Descriptor& text : {P977, PA55, PA60, Q843, PA88, PA90, PA92, PA94}) {
+    for (const Descriptor& text :
+         {P051, PA46, P977, P966, P180, P962, P963, P961, P867, P536, P805, P816, P819, P946,
+          P951, P795, P835, P839, P898, P899, P824, P769, P770, P789, P790, P784, P785, P931,
+          P933, P796, P815, P942, P779, PA55, PA60, Q843, PA88, PA90, PA92, PA94}) {
         scrivi(text, std::string(static_cast<std::size_t>(text.length), '0'));
         clear_all_zero_texts();
         EXPECT_EQ(rifilato(text), "") << text.name();

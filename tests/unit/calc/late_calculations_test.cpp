@@ -1,3 +1,6 @@
+#include <algorithm>
+
+#include "context/trace.h"
 #include "tests/support/logical_files.h"
 #include "tests/unit/calc/slip_test_base.h"
 
@@ -172,6 +175,47 @@ TEST_F(LateCalculations, AWaivedReliefIsCleared) {
     late_calculations();
     EXPECT_EQ(num(P600), 0);
     EXPECT_EQ(num(P748), 0);
+}
+
+TEST_F(LateCalculations, TheGeneralExemptionIsWorkedOutByTheCodeOrWhereACapIsSet) {
+    const auto worked_out = [](const char* code, double cap) {
+        scrivi(P916, code);
+        scrivi(F442, cap);
+        MXLIBRERIA::trace_ring = {};
+        late_calculations();
+        const auto& names = MXLIBRERIA::trace_ring.slots;
+        return std::find(names.begin(), names.end(), "ERR_CALCOLA_ESONERO_NUOVI_ASS") !=
+               names.end();
+    };
+    for (const char* code : {"D", "F", "G"}) {
+        EXPECT_TRUE(worked_out(code, 0)) << code;
+    }
+    EXPECT_FALSE(worked_out("E", 0));
+    EXPECT_TRUE(worked_out("E", 500));
+    EXPECT_FALSE(worked_out("0", 500));
+}
+
+TEST_F(LateCalculations, TheFlatIncentivesWantTheirSwitchAndTheirAmount) {
+    struct Incentive {
+        const char* procedure;
+        Descriptor switched;
+        Descriptor amount;
+    };
+    for (const Incentive& incentive : {Incentive{"CALCOLA_INCENTIVO_DL76", P888, F432},
+                                       Incentive{"CALCOLA_INCENTIVO_LICE", P900, F435}}) {
+        const auto worked_out = [&incentive](double switched, double amount) {
+            scrivi(incentive.switched, switched);
+            scrivi(incentive.amount, amount);
+            MXLIBRERIA::trace_ring = {};
+            late_calculations();
+            const auto& names = MXLIBRERIA::trace_ring.slots;
+            return std::find(names.begin(), names.end(), incentive.procedure) != names.end();
+        };
+        EXPECT_TRUE(worked_out(1, 650)) << incentive.procedure;
+        EXPECT_FALSE(worked_out(2, 650)) << incentive.procedure;
+        EXPECT_FALSE(worked_out(0, 650)) << incentive.procedure;
+        EXPECT_FALSE(worked_out(1, 0)) << incentive.procedure;
+    }
 }
 
 TEST_F(LateCalculations, NotesOfZerosAreBlanked) {

@@ -118,6 +118,13 @@ TEST_F(ClosingTest, RoundingByTensOverflowsAbove32767) {
     }
 }
 
+TEST_F(ClosingTest, TheCumulativeMethodPaysTheCents) {
+    scrivi(T184, 1);
+    pays(1000.55, 0);
+    EXPECT_EQ(num(Q173), 1000.55);
+    EXPECT_EQ(num(Q163), 0);
+}
+
 TEST_F(ClosingTest, DismissalInTheMonthPaysTheCents) {
     scrivi(P054, 1);
     pays(1000.55, 0);
@@ -146,6 +153,36 @@ TEST_F(ClosingTest, FixedNetMovesTheGrossUpAndDown) {
     net_pay_block();
     EXPECT_EQ(num(Q090), 100);  // 1000 - 900
     EXPECT_EQ(num(Q173), 900);
+}
+
+TEST_F(ClosingTest, FixedNetIsHeldAgainstTheNetInCentsUnderTheCumulativeMethod) {
+    scrivi(T013, "90000000011");
+    scrivi(Q089, 1200);
+    scrivi(P241, 1000.40);
+    net_pay_block();
+    EXPECT_EQ(num(Q090), 199);  // 1200 - 1001
+
+    scrivi(TA43, 1);  // rounding by tens changes nothing of it
+    scrivi(P241, 1000.40);
+    net_pay_block();
+    EXPECT_EQ(num(Q090), 199);
+
+    scrivi(T184, 1);
+    scrivi(P241, 1000.40);
+    net_pay_block();
+    EXPECT_EQ(num(Q090), 199.60);  // 1200 - 1000.40
+}
+
+TEST_F(ClosingTest, WithoutIncomeTaxTwoMarksAreEmptied) {
+    scrivi(Q274, 1);
+    for (const double tax : {1, 0}) {
+        scrivi(P031, tax);
+        scrivi(P186, 1);
+        scrivi(Q244, 5);
+        net_pay_block();
+        EXPECT_EQ(num(P186), tax);
+        EXPECT_EQ(num(Q244), 5 * tax);
+    }
 }
 
 TEST_F(ClosingTest, FlatTaxAtSourceIsWithheldAtTheEmployeesRate) {
@@ -269,6 +306,24 @@ TEST_F(ClosingTest, CollaboratorsSumOfTheMonthStandsInItsMonth) {
     EXPECT_EQ(num(Q680), 475);
     EXPECT_EQ(num(Q782), 50);
     EXPECT_EQ(num(Q847), 25);
+}
+
+TEST_F(ClosingTest, WagesAndContributionsOfCollaboratorsToDate) {
+    scrivi(P447, 1);
+    scrivi(P499, 1000);
+    scrivi(P451, 120);
+    scrivi(P452, 240);
+    scrivi(PC26, 50);
+    scrivi(PC27, 6);
+    year_to_date_block();
+    EXPECT_EQ(num(Q520), 1000);
+    EXPECT_EQ(num(Q521), 120);
+    EXPECT_EQ(num(Q522), 240);
+    scrivi(PC23, 1);  // sports
+    year_to_date_block();
+    EXPECT_EQ(num(Q520), 2050);  // + 1000 + 50
+    EXPECT_EQ(num(Q521), 246);   // + 120 + 6
+    EXPECT_EQ(num(Q522), 480);
 }
 
 TEST_F(ClosingTest, CollaboratorAboveTheCeilingGoesToTheControlList) {
@@ -416,6 +471,22 @@ TEST_F(ClosingTest, AdjustmentChargesTheMissingTax) {
     EXPECT_EQ(num(Q022), 0);
 }
 
+TEST_F(ClosingTest, TheYearOfWhoLeftAtTheEndOf2004IsTaxedByItsScaleAndNothingElseIs) {
+    MXLIBRERIA::period.set("311220244");
+    brackets_2024();
+    slip.TABIRP.set(21, 26000);
+    slip.TABIRP.set(22, 20);
+    slip.TABIRP.set(23, 999999.99);
+    slip.TABIRP.set(24, 40);
+    ModSWCALB::tax_state.ConguaglioAnnuale = true;
+    scrivi(P583, 1);  // no employment deduction
+    scrivi(P017, "31122004");
+    scrivi(Q013, 20000);
+    year_end_block();
+    EXPECT_EQ(num(Q021), 4000);  // 20000 x 20 %
+    EXPECT_EQ(ModSWCALB::tax_state.TabellaAlternativa, 0);
+}
+
 TEST_F(ClosingTest, AdjustmentRefundsTheExcess) {
     MXLIBRERIA::period.set("311220244");
     brackets_2024();
@@ -501,6 +572,18 @@ TEST_F(ClosingTest, CumulativeMethodTakesCreditAndDeductionsToDateOff) {
     cumulative_method();
     EXPECT_EQ(num(Q021), 100);  // 2300 - 60 - 300 - 1840
     EXPECT_EQ(num(Q014), 1940);
+}
+
+TEST_F(ClosingTest, CumulativeMethodCountsTaxWithheldElsewhere) {
+    brackets_2024();
+    scrivi(T184, 1);
+    scrivi(P031, 2);
+    scrivi(P256, 2000);
+    scrivi(Q013, 8000);
+    scrivi(Q014, 1840);
+    scrivi(Q515, 100);
+    cumulative_method();
+    EXPECT_EQ(num(Q021), 360);  // 10000 x 23 % - 1840 - 100
 }
 
 TEST_F(ClosingTest, CumulativeMethodHoldsTheRefundBack) {

@@ -253,6 +253,14 @@ TEST_F(EntertainersPassTest, TheFirstSlipOfTheMonthOpensP204) {
     EXPECT_EQ(num(P204), 0);
 }
 
+TEST_F(EntertainersPassTest, OfTheFirstKindP204Stays) {
+    scrivi(P168, 1);
+    scrivi(P204, "15042024");
+    slip.earlier_slip_this_month = false;
+    CSOCTASSEPENPALS();
+    EXPECT_EQ(testo(P204), "15042024");
+}
+
 TEST_F(EntertainersPassTest, TheVoluntarySumOfNonMembersIsOwed) {
     scrivi(P450, 10);
     CSOCTASSEPENPALS();

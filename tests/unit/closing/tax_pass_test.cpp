@@ -6,6 +6,7 @@
 
 #include "closing/closing.h"
 #include "closing/state.h"
+#include "closing/withholding.h"
 #include "contributions/contributions.h"
 #include "records/dictionary/DIPX.h"
 #include "records/dictionary/DITX.h"
@@ -80,6 +81,25 @@ TEST_F(TaxPassTest, FourInstalmentsOfACollaboratorAreAYear) {
     EXPECT_EQ(num(Q137), 460);
 }
 
+TEST_F(TaxPassTest, TheTenPercentRuleTaxesATenthOfTheWage) {
+    scrivi(P921, 1);
+    for (const char* rule : {"", "0"}) {
+        scrivi(P943, rule);
+        scrivi(P256, 1500);
+        taxable_of_the_month();
+        EXPECT_EQ(num(P256), 1500) << rule;
+        EXPECT_EQ(num(QA21), 0) << rule;
+    }
+    scrivi(P943, "1");
+    scrivi(QA21, 100);
+    taxable_of_the_month();
+    EXPECT_EQ(num(P256), 150);   // 1500 x 10 %
+    EXPECT_EQ(num(QA21), 1450);  // 100 + 1500 x 90 %
+    scrivi(P921, 0);
+    taxable_of_the_month();
+    EXPECT_EQ(num(P256), 150);
+}
+
 TEST_F(TaxPassTest, SuspendedTaxIsNotWithheld) {
     wage(1908.75, 1909);
     scrivi(P792, 1);
@@ -90,6 +110,85 @@ TEST_F(TaxPassTest, SuspendedTaxIsNotWithheld) {
     EXPECT_EQ(num(Q137), 0);
     EXPECT_EQ(num(P258), 0);
     EXPECT_EQ(num(P259), 175.44);
+}
+
+TEST_F(TaxPassTest, ACollaboratorsContributionJoinsTheTaxableWhereItIsAskedFor) {
+    struct Case {
+        double collaborator;
+        double asked;
+        double taxable;
+    };
+    for (const Case& c : {Case{0, 0, 1000}, Case{1, 0, 1000}, Case{0, 1, 1000}, Case{1, 1, 1080}}) {
+        scrivi(P447, c.collaborator);
+        scrivi(P957, c.asked);
+        scrivi(P451, 80);
+        scrivi(P256, 1000);
+        taxable_of_the_month();
+        EXPECT_EQ(num(P256), c.taxable) << c.collaborator << c.asked;
+    }
+}
+
+TEST_F(TaxPassTest, OneCompanyAddsTheContributionsOnBackPayToTheTaxable) {
+    scrivi(P118, 1);
+    tax_state.ConguaglioAnnuale = true;  // nothing is withheld here
+    scrivi(P212, 30);
+    for (const bool that_company : {false, true}) {
+        scrivi(T013, that_company ? "90000000066" : "90000000055");
+        scrivi(P256, 1000);
+        tax_of_the_month();
+        EXPECT_EQ(num(P256), that_company ? 1030 : 1000);
+    }
+}
+
+// ---- Contributions of the slip ----
+
+TEST_F(TaxPassTest, InDecemberWhatItem3HasPaidInTheYearComesOff) {
+    scrivi(P183, 1);
+    slip.PCTCONTR[3] = 0.30;
+    struct Case {
+        int yyyymm;
+        char kind;
+        double contributions;
+    };
+    // 1909 x 9.19 % = 175.44 and 1909 x 0.30 % = 5.73
+    for (const Case& c :
+         {Case{202405, '4', 181.17}, Case{202412, '0', 181.17}, Case{202412, '4', 121.17}}) {
+        set_period(c.yyyymm, c.kind);
+        scrivi(Q010, 60);
+        svuota({Q224});
+        wage(1908.75, 1909);
+        TFRETASSAZIONESEPARATA();
+        EXPECT_EQ(num(Q224), c.contributions) << c.yyyymm << c.kind;
+    }
+    azzera({P183, Q224});  // without item 3 nothing comes off
+    wage(1908.75, 1909);
+    TFRETASSAZIONESEPARATA();
+    EXPECT_EQ(num(Q224), 175.44);
+}
+
+TEST_F(TaxPassTest, TheSlipShowsThePensionContributionWithoutTheMinorItemsAndTheOtherSums) {
+    scrivi(P187, 1);
+    scrivi(P040, 1);  // no limits of the month
+    scrivi(P450, 10);
+    slip.PCTCONTR[7] = 0.50;
+    wage(2000, 2000);
+    TFRETASSAZIONESEPARATA();
+    EXPECT_EQ(num(P254), 10);      // 2000 x 0.50 %
+    EXPECT_EQ(num(P255), 10);      // P450
+    EXPECT_EQ(num(P253), 183.80);  // 2000 x 9.19 %
+}
+
+TEST_F(TaxPassTest, TheReliefT187LowersContributionsAndNeverRaisesThem) {
+    scrivi(T187, 1);
+    scrivi(P189, 1);
+    slip.PCTCONTR[9] = 10;
+    wage(2000, 2000);
+    TFRETASSAZIONESEPARATA();
+    EXPECT_EQ(num(Q224), 165.42);  // 183.80 - 10 %
+    svuota({Q224});
+    wage(-1000, -1000);
+    TFRETASSAZIONESEPARATA();
+    EXPECT_EQ(num(Q224), -91.90);  // a tenth of less than nothing is no relief
 }
 
 // ---- Year-end decision ----

@@ -91,6 +91,19 @@ TEST_F(ContributionCutsTest, EachPeriodCutsByItsPercentInItsField) {
     }
 }
 
+TEST_F(ContributionCutsTest, OnlyTheFieldOfTheSlipsOwnBandHoldsACut) {
+    scrivi(PB59, 30);  // from the archive: none of the month's
+    for (const Descriptor& field : {PB06, PB10, PB14, PB15, PB26, PB29}) {
+        scrivi(field, 12);
+    }
+    run(202405, 2500);
+    EXPECT_EQ(num(PB14), 150);  // 2500 x 6 %
+    for (const Descriptor& field : {PB06, PB10, PB15, PB26, PB29}) {
+        EXPECT_EQ(num(field), 0) << field.name();
+    }
+    EXPECT_EQ(num(PB59), 30);
+}
+
 TEST_F(ContributionCutsTest, AWageOf2692HasNoCut) {
     for (const int month : {202203, 202211, 202303, 202403}) {
         run(month, 2692);

@@ -228,6 +228,40 @@ TEST_F(ContributionsTest, ThePensionContributionIsThatOfItems1And2And8BeforeAnyC
     EXPECT_EQ(num(Q224), 99.80);  // 213.80 + 6 - 120
 }
 
+TEST_F(ContributionsTest, TheCutsOfExtraPaymentsAreFormedAnewOnEachSlip) {
+    for (const int month : {202105, 202305, 202405}) {
+        set_period(month);
+        for (const Descriptor& cut : {PB16, PB17, PB27, PB28}) {
+            scrivi(cut, 12);
+        }
+        azzera({PB05});
+        item_bases_after_fund();
+        for (const Descriptor& cut : {PB16, PB17, PB27, PB28}) {
+            EXPECT_EQ(num(cut), 0) << month << cut.name();
+        }
+    }
+}
+
+TEST_F(ContributionsTest, TheYearTellsHowTheLinesOfTheCutAreSummed) {
+    struct Case {
+        int month;
+        double of_2022;
+        double half;
+    };
+    // 2022 writes the wage of the extra months, from 2023 half of the contributions for whom they
+    // are halved: 2000 x 9.19 % / 2; before 2022 neither.
+    for (const Case& c :
+         {Case{202112, 7, 7}, Case{202212, 0, 7}, Case{202305, 7, 91.90}, Case{202405, 7, 91.90}}) {
+        set_period(c.month);
+        wage(2000);
+        scrivi(PB09, 7);
+        scrivi(PB26, 7);
+        item_bases_after_fund();
+        EXPECT_EQ(num(PB09), c.of_2022) << c.month;
+        EXPECT_EQ(num(PB26), c.half) << c.month;
+    }
+}
+
 // ---- Shares beside the items ----
 
 TEST_F(ContributionsTest, TheShareOfS300GoesToTheFieldOfTheSlipKind) {

@@ -74,6 +74,14 @@ TEST_F(YearlyCeilingTest, TheWageWithItsCentsStaysWhenItIsNotAbove) {
     EXPECT_EQ(num(P250), 10000);  // 105000 + 10000 is below the ceiling
 }
 
+TEST_F(YearlyCeilingTest, CentsAboveTheCeilingAreTakenOffTheWageWithItsCents) {
+    wage(110000, 9651);  // 9650.60 in whole euro
+    scrivi(P250, 9650.60);
+    GESTIONE_MASSIMALE_CONTRIBUTIVO();
+    EXPECT_EQ(num(P240), 9650);
+    EXPECT_EQ(num(P250), 9650);  // 9650.60 - 0.60
+}
+
 TEST_F(YearlyCeilingTest, AnAdditionalSlipHasItsOwnFields) {
     set_additional(202412);
     wage(115000, 6000);

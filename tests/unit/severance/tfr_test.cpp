@@ -9,6 +9,7 @@
 #include "records/dictionary/DITX.h"
 #include "records/dictionary/FISX.h"
 #include "records/fields.h"
+#include "severance/advances.h"
 #include "slip/slip.h"
 #include "tests/unit/contributions/slip_fixture.h"
 
@@ -119,6 +120,26 @@ TEST_F(SeveranceTest, BeforeTwoThousandFifteenTheContributionIsNeverHalved) {
     EXPECT_EQ(num(Q038), 2.5);
 }
 
+TEST_F(SeveranceTest, TheEmployersReliefTakesHalfOfTheContributionOrNone) {
+    scrivi(P083, 0);
+    struct Case {
+        double first;
+        double second;
+        double contribution;  ///< of 1000 x 0.50 %
+    };
+    for (const Case& c :
+         {Case{0, 0, 5}, Case{1, 0, 5}, Case{2, 0, 2.5}, Case{3, 0, 2.5}, Case{4, 0, 5},
+          Case{0, 1, 5}, Case{0, 2, 2.5}, Case{0, 3, 5}, Case{1, 2, 5}, Case{2, 1, 2.5}}) {
+        scrivi(P101, c.first);
+        scrivi(P114, c.second);
+        scrivi(P240, 1000);
+        scrivi(P260, 1000);
+        scrivi(Q037, 0);
+        ElaboraTFR();
+        EXPECT_EQ(num(Q038), c.contribution) << c.first << c.second;
+    }
+}
+
 TEST_F(SeveranceTest, FundOfTheTerminationTakesWhatCameFromOutside) {
     scrivi(Q043, 400);
     scrivi(Q262, 30);
@@ -135,6 +156,18 @@ TEST_F(SeveranceTest, FundOfTheTerminationTakesWhatCameFromOutside) {
     ElaboraTFR();
     // 10000 + 400 - 60 - (300 - 100) + 50 - 5 + 20 - 7 + 2
     EXPECT_EQ(num(Q126), 10200);
+}
+
+TEST_F(SeveranceTest, TheTreasuryPartOfAnEmptyFundIsNotRevalued) {
+    leaving("31052024");
+    scrivi(Q267, 1);
+    scrivi(Q693, 1000);
+    for (const double fund : {0, 10000}) {
+        scrivi(Q039, fund);
+        scrivi(Q697, 7);
+        ElaboraTFR();
+        EXPECT_EQ(num(Q697), fund == 0 ? 7 : 10.03) << fund;  // 1000 x 1.003470 % = 10.0347
+    }
 }
 
 // ---- Rate ----
@@ -227,6 +260,27 @@ TEST_F(SeveranceTest, DeductionByIncomeGoesByTheMonths) {
         reference(c.income);  // 12 months: 12 x 20 + 50 = 290; 12 x 50 = 600
         ElaboraTFR();
         EXPECT_EQ(num(Q774), c.deduction) << c.income;
+    }
+}
+
+TEST_F(SeveranceTest, TheRateOfAnAdvanceHasTwoDecimals) {
+    const double cells[] = {28000, 23, 50000, 35, 999999.99, 43};
+    for (int i = 0; i < 6; ++i) {
+        slip.TABIRP.set(i + 1, cells[i]);
+    }
+    scrivi(Q042, 12);
+    struct Case {
+        double fund;
+        double rate;
+    };
+    // The reference income is twelve times the fund; above 28000 it bears 35 percent, and the whole
+    // 23 + 12 x (income - 28000) / income.
+    for (const Case& c : {Case{0, 0}, Case{2000, 23}, Case{2334.21, 23},  // 28010.52: 23.0045
+                          Case{2334.31, 23.01}}) {                        // 28011.72: 23.0050
+        scrivi(Q039, c.fund);
+        scrivi(P454, 100);
+        ModSwCalm2::ElaboraAnticipazioni();
+        EXPECT_EQ(num(Q379), c.rate) << c.fund;
     }
 }
 

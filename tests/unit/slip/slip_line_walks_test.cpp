@@ -77,6 +77,17 @@ TEST_F(OperatorWage, PayAndMarkedLines) {
     EXPECT_DOUBLE_EQ(wage(), 1649);  // 1625 + 24
 }
 
+TEST_F(OperatorWage, MonthlyPayHasEachElementOnce) {
+    scrivi(P757, 1);
+    double amount = 1;
+    for (const Descriptor& element :
+         {P058, P060, P061, P062, P063, P064, P065, P066, P067, P069, P353, P354, P355}) {
+        scrivi(element, amount);
+        amount *= 2;
+    }
+    EXPECT_DOUBLE_EQ(wage(), 8191);  // 1 + 2 + 4 + ... + 4096
+}
+
 TEST_F(OperatorWage, MonthlyPayOfAPartTimer) {
     scrivi(P757, 1);
     scrivi(P019, 1);
@@ -170,6 +181,14 @@ TEST_F(CutSums, WagesThatAreToldApart) {
     EXPECT_DOUBLE_EQ(slip.fourteenth_wage, 800);
     EXPECT_DOUBLE_EQ(slip.extra_month_wage, 2000);
     EXPECT_DOUBLE_EQ(num(PB11), 220.55);
+}
+
+TEST_F(CutSums, AnyClassCountsButNotWhatIsNeitherEarningNorDeduction) {
+    item(59, {{Z014, 3}});
+    item(60, {{Z014, 1}, {Z011, 2}});
+    item(74, {{Z014, 0}, {Z011, 1}});
+    sum_extra_month_items();
+    EXPECT_DOUBLE_EQ(slip.items_59_60_74, 200);  // item 59 alone: 2 x 100
 }
 
 TEST_F(CutSums, From2023TheFormulaTellsAnExtraMonthWhateverItsCode) {

@@ -410,6 +410,12 @@ TEST_F(MinimumBase, TheDaysMinimumByKindOfInsurance) {
     EXPECT_DOUBLE_EQ(slip.minimum_base, 0);
 }
 
+TEST_F(MinimumBase, TheFirstKindOfEntertainersHasTheDaysMinimum) {
+    scrivi(P168, 1);
+    small_line();
+    EXPECT_DOUBLE_EQ(slip.minimum_base, 1478.62);  // 56.87 x 26
+}
+
 TEST_F(MinimumBase, EntertainersHaveNoneButTheirOwn) {
     scrivi(P168, 2);
     small_line();
