@@ -16,10 +16,6 @@ namespace ModSWCALM {
 /// brackets, percentages, ceiling test, pay scale, slip table, days of the month.
 void open_slip(double employee_record);
 
-/// Income limit of the ceiling test: F413, with F415 = 0 raised by the employee's own contributions
-/// of `percent`.
-[[nodiscard]] double ceiling_limit(double percent);
-
 /// Takes the leaving date from item 320 and counts the month of service (Q136, P197).
 void leaver_scan();
 

@@ -19,6 +19,7 @@
 #include "slip/contract.h"
 #include "slip/fixed_data.h"
 #include "slip/line_accumulators.h"
+#include "slip/premium_ceiling.h"
 #include "slip/slip.h"
 #include "slip/slip_table.h"
 
@@ -74,21 +75,6 @@ void load_tax_brackets() {
     }
     INTATABIRP(slip.TABIRP);
     INTATABIRP(slip.TABIRPAC);
-}
-
-/// Percentages of the employee's own contributions that his record turns on.
-double own_percentages() {
-    double percent = 0;
-    percent += num(P181) == 1 ? slip.PCTCONTR[1] : 0;
-    percent += num(P183) == 1 ? slip.PCTCONTR[3] : 0;
-    percent += num(P188) == 1 ? slip.PCTCONTR[8] : 0;
-    return percent;
-}
-
-bool below_ceiling() {
-    const double income = num(Q775);
-    return num(P758) == 0 && income != 0 && num(F412) >= income &&
-           num(Q776) < ceiling_limit(own_percentages());
 }
 
 /// The pay scale is written into a copy of the record, which then replaces the record.
@@ -202,15 +188,6 @@ void count_month_of_service() {
 
 }  // namespace
 
-double ceiling_limit(double percent) {
-    const double limit = num(F413);
-    const double rule = num(F415);
-    if (rule == 0) {
-        return importo(dividi(limit, 100 - percent) * 100);
-    }
-    return rule == 1 || rule == 2 ? limit : 0;
-}
-
 void open_slip(double employee_record) {
     reset_slip(employee_record);
     read_employee(employee_record);
@@ -221,6 +198,7 @@ void open_slip(double employee_record) {
     }
     load_contribution_percentages();
     slip.ceiling_flag = below_ceiling();
+    slip.former_Q110 = num(Q110);
     ModElaboraStorico::PREPARASTORICO();
     svuota({P423});
     apply_pay_scale();

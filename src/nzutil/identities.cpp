@@ -8,6 +8,7 @@
 
 #include "installation/tool_error.h"
 #include "nzutil/slip_law.h"
+#include "nzutil/slip_reliefs.h"
 #include "records/dictionary/DIPX.h"
 #include "records/dictionary/DITX.h"
 #include "records/dictionary/FISX.h"
@@ -171,7 +172,8 @@ Outcome contributions(const CalculatedSlip& slip) {
     const double above_bracket = slip.now(Q167) == 1 ? -slip.now(P221) : slip.now(P221);
     const Outcome to_date = first_of({
         equal("Q224", slip.sum({P253, P254, P255}), slip.now(Q224)),
-        equal("Q005", slip.was(Q005) + slip.now(Q224) + further, slip.now(Q005)),
+        equal("Q005", slip.was(Q005) + slip.now(Q224) + further - premium_into_taxable(slip),
+              slip.now(Q005)),
         equal("Q004", slip.was(Q004) + above_bracket, slip.now(Q004)),
     });
     const std::optional<EmployeeContributions> law = employee_contributions(slip);
@@ -192,7 +194,7 @@ double taxable_of_lines(const CalculatedSlip& slip, double lines, double separat
     }
     const bool employer_pays = slip.now(PB20) != 0 && slip.now(PB20) != 2;
     taxable += employer_pays ? 0 : slip.sum({P212, Q053});
-    taxable += slip.now(P794);
+    taxable += slip.now(P794) + premium_into_taxable(slip) + premiums_in_taxable(slip);
     if (slip.now(P118) != kAdjustmentOnly) {
         taxable += separate - slip.now(Q224);
     }
@@ -217,6 +219,39 @@ Outcome taxable(const CalculatedSlip& slip) {
         expected = std::max(0.0, expected + *separate - slip.now(Q224));
     }
     return equal("P256", expected, slip.now(P256));
+}
+
+// ---- Reliefs ----
+
+Outcome premiums(const CalculatedSlip& slip) {
+    const double tax = slip.now(slip.additional() ? P764 : P762);
+    const Outcome sums = first_of({
+        equal("P761", slip.now(P759) - slip.now(P760), slip.now(P761)),
+        equal("P762/P764", arrotonda(slip.yearly(F414) * slip.now(P761) / 100), tax),
+        equal("Q776", slip.was(Q776) + slip.now(P759), slip.now(Q776)),
+        equal("Q777", slip.was(Q777) + slip.now(P760), slip.now(Q777)),
+        equal("Q778", slip.was(Q778) + slip.now(P761), slip.now(Q778)),
+        equal("Q779", slip.was(Q779) + tax, slip.now(Q779)),
+    });
+    const std::optional<RelievedPremium> law = relieved_premium(slip);
+    if (sums || !law) {
+        return sums;
+    }
+    return first_of({equal("P759", law->gross, slip.now(P759)),
+                     equal("P760", law->contributions, slip.now(P760))});
+}
+
+Outcome tips(const CalculatedSlip& slip) {
+    return first_of({
+        equal("PB56", arrotonda(slip.yearly(F453) * slip.now(PB55) / 100), slip.now(PB56)),
+        equal("PB55", slip.now(PC23) != 0 ? slip.now(PB55) : tips_of_lines(slip), slip.now(PB55)),
+        equal("QA27", slip.was(QA27) + slip.now(PB55), slip.now(QA27)),
+        equal("QA28", slip.was(QA28) + slip.now(PB56), slip.now(QA28)),
+    });
+}
+
+Outcome reliefs(const CalculatedSlip& slip) {
+    return first_of({premiums(slip), tips(slip)});
 }
 
 // ---- Yearly ceiling ----
@@ -374,12 +409,13 @@ Outcome drop(const CalculatedSlip& slip) {
 }
 
 constexpr Identity kDrop{"drop", drop};
-constexpr std::array<Identity, 11> kIdentities{{{"gross", gross},
+constexpr std::array<Identity, 12> kIdentities{{{"gross", gross},
                                                 {"deductions", deductions},
                                                 {"net", net},
                                                 {"carry", carry},
                                                 {"contributions", contributions},
                                                 {"taxable", taxable},
+                                                {"reliefs", reliefs},
                                                 {"ceiling", ceiling},
                                                 {"tax", tax},
                                                 {"adjustment", adjustment},

@@ -190,7 +190,7 @@ struct ClosingLine {
     bool earning;
 };
 
-constexpr std::array<ClosingLine, 25> kClosingLines{{
+constexpr std::array<ClosingLine, 26> kClosingLines{{
     {&texts::kSlipAllowance, Q139, true},       {&texts::kSlipAllowance, Q140, true},
     {&texts::kSlipAllowance, Q130, true},       {&texts::kSlipBonus, P022, true},
     {&texts::kSlipBonus, Q280, true},           {&texts::kSlipIntegrativeSum, PC33, true},
@@ -203,7 +203,7 @@ constexpr std::array<ClosingLine, 25> kClosingLines{{
     {&texts::kSlipBonusBack, Q281, false},      {&texts::kSlipRoundingIn, Q162, false},
     {&texts::kSlipSeverancePacket, PA49, true}, {&texts::kSlipSeverancePacket, PA50, true},
     {&texts::kSlipPacketTax, PA52, false},      {&texts::kSlipPacketTax, PA53, false},
-    {&texts::kSlipBackPayTax, Q138, false},
+    {&texts::kSlipBackPayTax, Q138, false},     {&texts::kSlipTipsTax, PB56, false},
 }};
 
 /// What the ordinary slip of the leaving month adds: the fund, and what it has borne.

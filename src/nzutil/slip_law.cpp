@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 
+#include "nzutil/slip_reliefs.h"
 #include "records/dictionary/DIPX.h"
 #include "records/dictionary/DITX.h"
 #include "records/dictionary/FISX.h"
@@ -111,18 +112,37 @@ std::optional<double> part_in_base(const SlipLine& line, const BaseFields& field
         case 4:
         case 5:
             return sign * above_limit(line, fields);
+        case 7:
+        case 8:
+        case 9:
+            return fields.item_class == Z013 ? std::optional(0.0) : std::nullopt;
         default:
             return std::nullopt;
     }
 }
 
-std::optional<double> sum_of_lines(const CalculatedSlip& slip, const BaseFields& fields) {
+/// A premium (fiscal class 6) leaves the taxable where it may bear the flat tax; else it counts
+/// above its limit.
+std::optional<double> part_in_taxable(const CalculatedSlip& slip, const SlipLine& line) {
+    if (line.of_item(Z013) != kPremiumClass) {
+        return part_in_base(line, kFiscal);
+    }
+    const std::optional<bool> relieved = premiums_are_relieved(slip);
+    if (!relieved) {
+        return std::nullopt;
+    }
+    const double sign = line.deduction() ? -1 : 1;
+    return *relieved ? 0 : sign * line.amount;
+}
+
+template <class Part>
+std::optional<double> sum_of_lines(const CalculatedSlip& slip, const Part& part_of) {
     if (slip.now(PC23) != 0) {
         return std::nullopt;
     }
     double sum = 0;
     for (const SlipLine& line : slip.lines()) {
-        const std::optional<double> part = part_in_base(line, fields);
+        const std::optional<double> part = part_of(line);
         if (!part) {
             return std::nullopt;
         }
@@ -230,6 +250,11 @@ double instalments_of_year(const CalculatedSlip& slip) {
 
 }  // namespace
 
+std::optional<double> own_contribution_percent(const CalculatedSlip& slip) {
+    const std::optional<Rates> rates = rates_of(slip);
+    return rates ? std::optional(rates->pension + rates->item3 + rates->apprentice) : std::nullopt;
+}
+
 std::optional<EmployeeContributions> employee_contributions(const CalculatedSlip& slip) {
     const std::optional<Rates> rates = rates_of(slip);
     const bool half_share = slip.now(PB20) == 1 || slip.now(PB20) == 2;
@@ -254,11 +279,14 @@ std::optional<double> fiscal_base(const CalculatedSlip& slip) {
     if (slip.company_is("90000000066") || slip.now(P921) == 1 || any(slip, {Q800, Q052})) {
         return std::nullopt;
     }
-    return sum_of_lines(slip, kFiscal);
+    return sum_of_lines(slip, [&](const SlipLine& line) { return part_in_taxable(slip, line); });
 }
 
 std::optional<double> social_base(const CalculatedSlip& slip) {
-    return slip.yearly(F041) == 1 ? sum_of_lines(slip, kSocial) : std::nullopt;
+    if (slip.yearly(F041) != 1) {
+        return std::nullopt;
+    }
+    return sum_of_lines(slip, [](const SlipLine& line) { return part_in_base(line, kSocial); });
 }
 
 std::optional<double> contributions_on_separate_amounts(const CalculatedSlip& slip) {

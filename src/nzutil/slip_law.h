@@ -17,6 +17,9 @@ struct EmployeeContributions {
 [[nodiscard]] std::optional<EmployeeContributions> employee_contributions(
     const CalculatedSlip& slip);
 
+/// Percent of the wage that the employee owes before any cut.
+[[nodiscard]] std::optional<double> own_contribution_percent(const CalculatedSlip& slip);
+
 /// Sum of the lines in the fiscal and in the social base.
 [[nodiscard]] std::optional<double> fiscal_base(const CalculatedSlip& slip);
 [[nodiscard]] std::optional<double> social_base(const CalculatedSlip& slip);

@@ -123,8 +123,10 @@ struct Slip {
     bool class8_seen = false;  ///< an item of fiscal class 8 was on the slip
     bool ceiling_flag =
         false;  ///< ceiling test at the opening: class-6 items go to the totals below
-    std::array<double, 5> ceiling_totals{};  ///< 1 to 4
-    double RETRIBUZIONEDIFF = 0;             ///< January difference, ends in Q780 or Q781
+    /// Items of fiscal class 6 and 9: 1 ordinary pay told as premium, inside 2; 2 premiums that
+    /// leave ordinary tax; 3 premiums that stay in it; 4 tips
+    std::array<double, 5> ceiling_totals{};
+    double RETRIBUZIONEDIFF = 0;  ///< January difference, ends in Q780 or Q781
 
     // Flags and values kept across phases
     bool calendar_days = false;            ///< T180 = 1
@@ -133,6 +135,7 @@ struct Slip {
     bool suspended_tax_joined = false;     ///< the adjustment took Q801 into Q014
     bool ordinary_worker = false;          ///< P168 = 0: no worker in entertainment
     double former_Q173 = 0;                ///< net of the earlier slip
+    double former_Q110 = 0;                ///< premiums to date before the slip's lines
     double former_P268 = 0;                ///< P268 as the earlier slip of the month left it
     double sector_rate = 0;                ///< S004, reduced
     std::string former_P563;               ///< employee's former code, as the record brought it

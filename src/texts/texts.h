@@ -441,6 +441,7 @@ inline constexpr Text kSlipIncomeTax{Kind::tool, "Irpef del mese"};
 inline constexpr Text kSlipTaxDue{Kind::tool, "Irpef da conguaglio"};
 inline constexpr Text kSlipFlatTax{Kind::tool, "Ritenuta d'acconto"};
 inline constexpr Text kSlipReliefTax{Kind::tool, "Imposta sostitutiva premi"};
+inline constexpr Text kSlipTipsTax{Kind::tool, "Imposta sostitutiva mance"};
 inline constexpr Text kSlipRegional{Kind::tool, "Rata addizionale regionale"};
 inline constexpr Text kSlipMunicipal{Kind::tool, "Rata addizionale comunale"};
 inline constexpr Text kSlipMunicipalAdvance{Kind::tool, "Rata acconto comunale"};

@@ -1,4 +1,5 @@
 #include "slip/fixed_data.h"
+#include "slip/premium_ceiling.h"
 #include "tests/support/logical_files.h"
 #include "tests/unit/calc/slip_test_base.h"
 

@@ -128,6 +128,47 @@ TEST_F(Identities, GrossIsTheSumOfWhatIsPaid) {
     EXPECT_EQ(failing(), "gross");
 }
 
+TEST_F(Identities, ReliefsHoldForAPremiumAndTips) {
+    // A premium of 1000 with method 2: 91.90 of contributions; tips of 100, flat tax 5 % of each.
+    // 2909 x 9.19 % = 267.34; 1908.75 + 91.90 - 267.34 = 1733.31; net 3008.75 - 498.21 = 2510.54.
+    const std::string yearly = *installation_->read(kFixedData, 1);
+    std::string with_rates = yearly;
+    store(F415, 0, "2", with_rates);
+    installation_->write(kFixedData, 1, with_rates);
+    const auto item = [](int fiscal, int social) {
+        std::string record(1430, ' ');
+        store(Z011, 0, "0", record);
+        store(Z013, 0, std::to_string(fiscal), record);
+        store(Z014, 0, std::to_string(social), record);
+        return record;
+    };
+    installation_->write(kPayItems, 195, item(6, 1));
+    installation_->write(kPayItems, 199, item(9, 0));
+    before_set({{Q775, "24000"}});
+    lines({{.item = 2, .quantity = "26", .rate = "73.41346", .raw = ""},
+           {.item = 195, .quantity = "1", .rate = "1000", .raw = ""},
+           {.item = 199, .quantity = "1", .rate = "100", .raw = ""}});
+    set({{Q775, "24000"},  {P240, "2909"},   {P250, "2908.75"}, {P241, "3008.75"},
+         {Q224, "267.34"}, {Q225, "267.34"}, {P253, "267.34"},  {P259, "498.21"},
+         {Q173, "2511"},   {Q163, "0.46"},   {Q001, "10545"},   {Q003, "10543.75"},
+         {Q005, "969.10"}, {P759, "1000"},   {P760, "91.90"},   {P761, "908.10"},
+         {P762, "45.41"},  {Q776, "1000"},   {Q777, "91.90"},   {Q778, "908.10"},
+         {Q779, "45.41"},  {PB55, "100"},    {PB56, "5"},       {QA27, "100"},
+         {QA28, "5"}});
+    EXPECT_EQ(failing(), "");
+    for (const Value& wrong : {Value{Q776, "999"}, Value{Q777, "91"}, Value{Q778, "900"},
+                               Value{Q779, "45"}, Value{QA27, "99"}, Value{QA28, "4"}}) {
+        const std::string kept = after_;
+        set({wrong});
+        EXPECT_EQ(failing(), "reliefs") << wrong.value;
+        after_ = kept;
+    }
+    // 1 of the premium is told as ordinary income without need: relief and taxable say so.
+    set({{P759, "999"}, {Q776, "999"}});
+    EXPECT_EQ(failing(), "taxable reliefs");
+    installation_->write(kFixedData, 1, yearly);
+}
+
 TEST_F(Identities, GrossTakesAllowancesAndRefunds) {
     set({{Q139, "30.00"}, {Q772, "12.50"}, {P241, "1951.25"}, {Q173, "1596"}, {Q163, "0.65"}});
     EXPECT_EQ(failing(), "");
