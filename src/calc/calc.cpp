@@ -13,7 +13,7 @@
 #include "files/file_numbers.h"
 #include "files/logical_files.h"
 #include "files/recovery_slot.h"
-#include "history/year_totals.h"
+#include "history/stored_history.h"
 #include "platform/stop_request.h"
 #include "platform/window.h"
 #include "records/dictionary/DIPX.h"

@@ -9,7 +9,7 @@
 #include "files/file_numbers.h"
 #include "files/logical_files.h"
 #include "formulas/formula.h"
-#include "history/year_totals.h"
+#include "history/stored_history.h"
 #include "records/dictionary/DIPX.h"
 #include "records/dictionary/DITX.h"
 #include "records/dictionary/FISX.h"

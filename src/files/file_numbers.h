@@ -12,9 +12,10 @@ inline constexpr int kEmployees = 2;
 inline constexpr int kSelection = 5;
 inline constexpr int kPeriod = 6;  ///< period of the run, and the contract in use behind it
 inline constexpr int kSectors = 8;
-inline constexpr int kSemaphore = 16;    ///< shared with the other programs of the suite
-inline constexpr int kTaxBrackets = 18;  ///< brackets of income tax, deductions behind them
-inline constexpr int kFixedData = 19;    ///< the tables of the year
+inline constexpr int kEmployeeFields = 11;  ///< dictionary of letter P, for the history too
+inline constexpr int kSemaphore = 16;       ///< shared with the other programs of the suite
+inline constexpr int kTaxBrackets = 18;     ///< brackets of income tax, deductions behind them
+inline constexpr int kFixedData = 19;       ///< the tables of the year
 inline constexpr int kBeforeImages = 35;
 inline constexpr int kBeforeImageIndex = 36;
 inline constexpr int kInstallation = 55;
@@ -30,6 +31,9 @@ inline constexpr int kCertificates = 354;
 inline constexpr int kFormerCertificates = 355;
 inline constexpr int kCertificateIndex = 356;
 inline constexpr int kFormerCertificateIndex = 357;
+inline constexpr int kHistoryColumns = 386;  ///< dictionary of letter V
+inline constexpr int kHistory = 387;
+inline constexpr int kHistoryIndex = 389;
 inline constexpr int kUser = 395;
 inline constexpr int kPayItems = 401;
 inline constexpr int kPensionFunds = 403;
@@ -41,12 +45,18 @@ struct DictionaryFiles {
     std::array<int, 3> files;
 };
 inline constexpr std::array<DictionaryFiles, 24> kDictionaryFiles{{
-    {'A', {359, 0, 0}},   {'B', {47, 0, 0}},  {'E', {25, 0, 0}},  {'F', {9, 0, 0}},
-    {'G', {70, 0, 0}},    {'H', {73, 74, 0}}, {'I', {17, 0, 0}},  {'J', {99, 100, 103}},
-    {'K', {412, 0, 0}},   {'L', {415, 0, 0}}, {'M', {62, 0, 0}},  {'N', {64, 0, 0}},
-    {'O', {383, 384, 0}}, {'P', {11, 0, 0}},  {'Q', {33, 0, 0}},  {'R', {404, 0, 0}},
-    {'S', {10, 0, 0}},    {'T', {13, 0, 0}},  {'U', {421, 0, 0}}, {'V', {386, 0, 0}},
-    {'W', {163, 0, 0}},   {'X', {353, 0, 0}}, {'Y', {21, 0, 0}},  {'Z', {402, 0, 0}},
+    {'A', {359, 0, 0}},   {'B', {47, 0, 0}},
+    {'E', {25, 0, 0}},    {'F', {9, 0, 0}},
+    {'G', {70, 0, 0}},    {'H', {73, 74, 0}},
+    {'I', {17, 0, 0}},    {'J', {99, 100, 103}},
+    {'K', {412, 0, 0}},   {'L', {415, 0, 0}},
+    {'M', {62, 0, 0}},    {'N', {64, 0, 0}},
+    {'O', {383, 384, 0}}, {'P', {kEmployeeFields, 0, 0}},
+    {'Q', {33, 0, 0}},    {'R', {404, 0, 0}},
+    {'S', {10, 0, 0}},    {'T', {13, 0, 0}},
+    {'U', {421, 0, 0}},   {'V', {kHistoryColumns, 0, 0}},
+    {'W', {163, 0, 0}},   {'X', {353, 0, 0}},
+    {'Y', {21, 0, 0}},    {'Z', {402, 0, 0}},
 }};
 
 /// The files of a letter; a letter without any has three zeros.

@@ -6,7 +6,7 @@ namespace ModElaboraStorico {
 
 using MXLIBRERIA::TRACCIA;
 
-// Filled when the room of the year totals and the history is built; each does nothing yet.
+// Filled when the room of the year totals is built; each does nothing yet.
 
 void update_yearly_totals() {
     TRACCIA("AZZERA_CUD");
@@ -16,18 +16,6 @@ void DETRCUD(double& first, double& second) {
     TRACCIA("DETRCUD");
     first = 0;
     second = 0;
-}
-
-void PREPARAELABSTORICO() {
-    TRACCIA("PREPARAELABSTORICO");
-}
-
-void PREPARASTORICO() {
-    TRACCIA("PREPARASTORICO");
-}
-
-void ELABORASTORICO() {
-    TRACCIA("ELABORASTORICO");
 }
 
 }  // namespace ModElaboraStorico

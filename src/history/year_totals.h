@@ -1,5 +1,5 @@
 #pragma once
-// Year totals and the history table.
+// Year totals.
 
 namespace ModElaboraStorico {
 
@@ -7,8 +7,5 @@ namespace ModElaboraStorico {
 void update_yearly_totals();
 /// The two sums of the certificate of the year.
 void DETRCUD(double& first, double& second);
-void PREPARAELABSTORICO();
-void PREPARASTORICO();
-void ELABORASTORICO();
 
 }  // namespace ModElaboraStorico

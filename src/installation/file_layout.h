@@ -34,6 +34,8 @@ using namespace MXLIBRERIA::file_numbers;
 
 /// Length of a key P001, and of a block of an index over it: (10 + 7) x 128.
 inline constexpr int kEmployeeKey = 10;
+/// Key of the history.
+inline constexpr int kHistoryKey = 20;
 [[nodiscard]] constexpr int index_block(int key_length) {
     return (key_length + 7) * 128;
 }

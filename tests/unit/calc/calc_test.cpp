@@ -1,6 +1,8 @@
 #include "calc/calc.h"
 
+#include "files/isam.h"
 #include "platform/failure.h"
+#include "records/numbers.h"
 #include "tests/support/logical_files.h"
 #include "tests/unit/calc/slip_test_base.h"
 
@@ -254,6 +256,49 @@ TEST_F(CalcTest, TheFamilyIncomeLimitFollowsTheLetterStillLoaded) {
     clear_areas();
     run();
     EXPECT_EQ(run_tables.family_income_limit, 1000);
+}
+
+/// A history of one column, the month of the last slip.
+class HistoryOfTheRun : public CalcTest {
+  protected:
+    HistoryOfTheRun() {
+        files.define(386, 80);
+        files.define(387, 2500);
+        files.define(389, (20 + 7) * 128);
+        MXLIBRERIA::ISAM(389, "", MXLIBRERIA::kIsamEmpty, 0);
+        MXLIBRERIA::CHIUDI(389);
+        std::string column(80, ' ');
+        test_support::put(column, 43, "P240");
+        test_support::put(column, 47, "2");
+        test_support::put(column, 69, "V005");
+        files.put(386, 1, column);
+        put_field(employee, P240, "77");
+        files.put(2, 1, employee);
+        select("0010000001" + std::string(kEnd));
+    }
+    [[nodiscard]] std::string row() const {
+        return rifila_destra(std::string(ritaglia(files.get(387, 2), 23, 2478)));
+    }
+};
+
+TEST_F(HistoryOfTheRun, KeepsTheSlipAsItHasBeenCalculated) {
+    expect_finished();
+    run();
+    EXPECT_EQ(row(), "00000000.00");  // no lines, no wage
+}
+
+TEST_F(HistoryOfTheRun, KeepsADismissedEmployeeAsHeIs) {
+    put_field(employee, P054, "2");
+    files.put(2, 1, employee);
+    run();
+    EXPECT_EQ(row(), "00000077.00");
+}
+
+TEST_F(HistoryOfTheRun, KeepsNoSlipThatIsDropped) {
+    put_field(employee, Q171, "5");
+    files.put(2, 1, employee);
+    run();
+    EXPECT_EQ(files.get(387, 1), "");
 }
 
 }  // namespace
