@@ -45,15 +45,6 @@ void second_blanking_list() {
     azzera({PA96});
 }
 
-// Filled when the late calculations are built; does nothing yet.
-void employer_percentage() {}
-
-// Filled when the late calculations are built; does nothing yet.
-void second_employer_percentage() {}
-
-// Filled when the late calculations are built; does nothing yet.
-void severance_fund_relief() {}
-
 void year_end_clearing() {
     const Date leaving = Date::of(testo(P017));
     if (!leaving.given() || period.yyyymm() <= leaving.yyyymm() || num(Q055) == 0) {

@@ -388,4 +388,13 @@ void change_employee(Installation& installation, const Description& description,
                          record_or_empty(installation, kTwelveMonths, record));
 }
 
+std::string certificate_of(const Installation& installation, const std::string& code) {
+    if (installation.record_count(kCertificateIndex) == 0) {
+        return {};
+    }
+    const double number = MXLIBRERIA::ISAM(kCertificateIndex, code, MXLIBRERIA::kIsamSearch, 0);
+    return number > 0 ? installation.read(kCertificates, static_cast<int>(number)).value_or("")
+                      : std::string();
+}
+
 }  // namespace nzutil

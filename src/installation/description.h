@@ -137,4 +137,7 @@ void change_employee(Installation& installation, const Description& description,
 [[nodiscard]] std::string slip_line_text(const Installation& installation,
                                          const SlipLineEntry& line);
 
+/// The employee's certificate by the index, as his code finds it; empty where there is none.
+[[nodiscard]] std::string certificate_of(const Installation& installation, const std::string& code);
+
 }  // namespace nzutil

@@ -49,6 +49,7 @@ CalculatedSlip::CalculatedSlip(const Installation& installation, int record, std
     company_ = installation.read(kCompanies, company_of(installation, record)).value_or("");
     sector_ = installation.read(kSectors, static_cast<int>(number_in(T067, company_))).value_or("");
     yearly_ = installation.read(kFixedData, 1).value_or("");
+    certificate_ = certificate_of(installation, LEGGICAMPO(P001, 0, after_));
     read_lines(installation);
     read_brackets(installation);
 }
@@ -91,6 +92,10 @@ double CalculatedSlip::sector(const Descriptor& field) const {
 
 double CalculatedSlip::yearly(const Descriptor& field) const {
     return number_in(field, yearly_);
+}
+
+double CalculatedSlip::certificate(const Descriptor& field) const {
+    return number_in(field, certificate_);
 }
 
 bool CalculatedSlip::company_is(std::string_view tax_code) const {

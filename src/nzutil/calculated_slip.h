@@ -42,6 +42,8 @@ class CalculatedSlip {
     [[nodiscard]] double company(const MXREPOSITORY::Descriptor& field) const;
     [[nodiscard]] double sector(const MXREPOSITORY::Descriptor& field) const;
     [[nodiscard]] double yearly(const MXREPOSITORY::Descriptor& field) const;
+    /// Number in a field of the employee's certificate of the year; 0 without one.
+    [[nodiscard]] double certificate(const MXREPOSITORY::Descriptor& field) const;
     /// Is the company the customer of this tax code?
     [[nodiscard]] bool company_is(std::string_view tax_code) const;
 
@@ -75,6 +77,7 @@ class CalculatedSlip {
     std::string company_;
     std::string sector_;
     std::string yearly_;
+    std::string certificate_;
     int year_ = 0;
     int month_ = 0;
     bool additional_ = false;

@@ -23,6 +23,7 @@ struct ExpectedLine {
 struct ExpectedEmployee {
     FieldValues fields;
     FieldValues months;
+    FieldValues certificate;
     std::vector<ExpectedLine> lines;
     std::map<std::string, std::string> archive;  ///< columns of the monthly archive
     FieldValues sums;  ///< of the slips that all runs calculated; in the first run only

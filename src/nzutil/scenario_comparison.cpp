@@ -79,6 +79,11 @@ void compare_employee(const Installation& installation, int record,
         compare_fields(expected.months, installation.read(kTwelveMonths, record).value_or(""),
                        prefix, differences);
     }
+    if (!expected.certificate.empty()) {
+        const std::string code = MXREPOSITORY::LEGGICAMPO(MXREPOSITORY::P001, 0, employee);
+        compare_fields(expected.certificate, certificate_of(installation, code), prefix,
+                       differences);
+    }
     for (const auto& [column, value] : expected.archive) {
         differences.push_back({prefix(fill(texts::kToolPlaceArchive, {column})), value,
                                std::string(texts::kToolNothing.utf8)});

@@ -14,7 +14,8 @@ namespace {
 using MXREPOSITORY::Area;
 
 /// What an employee's map may hold beside the employee, and what only that of the first run may.
-const Keys kExpectedKeys{"attesi", "attesi_righe", "attesi_mesi", "attesi_archivio"};
+const Keys kExpectedKeys{"attesi", "attesi_righe", "attesi_mesi", "attesi_certificazione",
+                         "attesi_archivio"};
 const Keys kExpectedOfAllRuns{"attesi_somma"};
 /// What a run may hold beside the installation and the expectations of its employee.
 const Keys kRunKeys{"risposte",        "uscita",       "attesi_lista",
@@ -67,6 +68,9 @@ ExpectedEmployee read_expected(const Document& document, const YAML::Node& node)
     }
     if (node["attesi_mesi"]) {
         expected.months = document.expected_fields(node["attesi_mesi"], Area::DICX);
+    }
+    if (node["attesi_certificazione"]) {
+        expected.certificate = document.expected_fields(node["attesi_certificazione"], Area::CUDX);
     }
     if (node["attesi_righe"]) {
         expected.lines = read_expected_lines(document, node["attesi_righe"]);

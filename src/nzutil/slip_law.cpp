@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 
+#include "nzutil/slip_certificate.h"
 #include "nzutil/slip_reliefs.h"
 #include "records/dictionary/DIPX.h"
 #include "records/dictionary/DITX.h"
@@ -307,17 +308,19 @@ std::optional<double> tax_of_the_year(const CalculatedSlip& slip) {
     if (slip.now(P747) != 0) {  // a large family is paid what its tax cannot take
         return std::nullopt;
     }
-    const double base = std::max(0.0, slip.sum({Q013, Q514, Q898}));
+    const CertificateAmounts certificate = certificate_amounts(slip);
+    const double base = std::max(0.0, slip.sum({Q013, Q514, Q898}) - certificate.off_base);
     const bool own_percent = slip.now(P287) != 0 && slip.now(P525) != 0;
     const double gross = own_percent ? base * slip.now(P287) / 100 : tax_by_scale(slip, base);
     return std::max(
-        0.0, gross - slip.now(Q174) -
+        0.0, gross - slip.now(Q174) - certificate.off_tax -
                  slip.sum({Q657, Q277, Q648, Q649, Q650, Q652, Q665, Q651, Q653, Q668, Q741}));
 }
 
 double deduction_of_the_year(const CalculatedSlip& slip) {
     constexpr double kDaysOfYear = 365;
-    const double income = arrotonda(slip.sum({Q669, Q013, Q514, Q898}));
+    const double income =
+        arrotonda(slip.sum({Q669, Q013, Q514, Q898}) - certificate_amounts(slip).off_base);
     const double days = std::min(slip.now(Q659) + slip.now(Q518), kDaysOfYear);
     return arrotonda(std::max(yearly_deduction(slip, income) * days / kDaysOfYear,
                               least_deduction(slip, income)));

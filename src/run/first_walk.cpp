@@ -166,7 +166,7 @@ void open_yearly_totals() {
     const double payment_month = valore(ritaglia(testo(Q179), 3, 2));
     const bool repeated_slip = payment_month == period.month() && num(P168) > 1;
     if (!repeated_slip && num(P119) != 1) {
-        ModElaboraStorico::update_yearly_totals();
+        ModElaboraStorico::AZZERA_CUD();
     }
 }
 

@@ -5,6 +5,7 @@
 #include "context/period.h"
 #include "context/trace.h"
 #include "platform/failure.h"
+#include "records/dictionary/CUDX.h"
 #include "slip/slip.h"
 #include "tests/support/scripted_window.h"
 #include "tests/unit/run/payroll_files.h"
@@ -47,7 +48,7 @@ class FirstWalk : public ::testing::Test {
 
     void walk(const std::string& period_record) {
         period.set(period_record);
-        for (const double n : {1., 2., 5., 8., 35., 36., 97.}) {
+        for (const double n : {1., 2., 5., 8., 35., 36., 97., 354., 356.}) {
             FAIOPEN(n);
         }
         ModSWCALM::first_walk();
@@ -300,25 +301,27 @@ TEST_F(FirstWalk, OtherMonthsKeepTheYearsSums) {
     EXPECT_EQ(value_of(Q314, after), 7);
 }
 
-TEST_F(FirstWalk, YearlyTotalsMoveUnlessRepeatedOrExcluded) {
-    const auto moved = [this](Record record) {
-        installation.put(2, 1, record.set(Q171, 12).text());
-        trace_ring = {};
-        walk(kJanuary);
-        for (const std::string& name : trace_ring.slots) {
-            if (name == "AZZERA_CUD") {
-                return true;
-            }
-        }
-        return false;
+TEST_F(FirstWalk, JanuaryEmptiesTheCertificateUnlessRepeatedOrExcluded) {
+    FAIOPEN(356);
+    ISAM(356, "0010010001", kIsamInsert, 1);
+    CHIUDI(0);
+    const auto emptied = [this](Record record, const char* period_record) {
+        const double before = 1000;
+        Record certificate(Area::CUDX, run_tests::kCertificateLength);
+        installation.put(354, 1, certificate.set(X050, before).text());
+        installation.put(2, 1, record.text());
+        walk(period_record);
+        return value_of(X050, installation.get(354, 1)) != before;
     };
-    // The ring keeps ten names; with a before-image on file the rest of the walk records fewer.
-    walk(kMay);
-    EXPECT_TRUE(moved(employee(1)));
-    EXPECT_FALSE(moved(employee(1).set(P119, 1)));
-    EXPECT_FALSE(moved(employee(1).set(P168, 2).set(Q179, "10012024")));
-    EXPECT_TRUE(moved(employee(1).set(P168, 1).set(Q179, "10012024")));
-    EXPECT_TRUE(moved(employee(1).set(P168, 2).set(Q179, "10122023")));
+    const auto of_december = [] { return employee(1).set(Q171, 12); };
+    EXPECT_TRUE(emptied(of_december(), kJanuary));
+    EXPECT_TRUE(emptied(of_december(), "310120240"));
+    EXPECT_FALSE(emptied(employee(1), kFebruary));
+    EXPECT_FALSE(emptied(of_december().set(P119, 1), kJanuary));
+    EXPECT_FALSE(emptied(employee(1).set(Q171, 1), kJanuary));
+    EXPECT_FALSE(emptied(of_december().set(P168, 2).set(Q179, "10012024"), kJanuary));
+    EXPECT_TRUE(emptied(of_december().set(P168, 1).set(Q179, "10012024"), kJanuary));
+    EXPECT_TRUE(emptied(of_december().set(P168, 2).set(Q179, "10122023"), kJanuary));
 }
 
 // ---- Before-image ----

@@ -20,6 +20,7 @@ inline constexpr std::size_t kEmployeeLength = 16600;
 inline constexpr std::size_t kSectorLength = 1400;
 inline constexpr std::size_t kMonthsLength = 7800;
 inline constexpr std::size_t kYearlyLength = 3100;
+inline constexpr std::size_t kCertificateLength = 6100;
 inline constexpr std::size_t kKeyWidth = 10;
 
 /// A record with some fields set; the others empty.
@@ -85,7 +86,8 @@ inline std::string entry(const std::string& company, const std::string& employee
 inline const std::string kEnd = "9999999999";
 
 /// Defines and fills the files of a walk: company 1 of sector 1, employees 1 and 2 with their
-/// twelve-month tables, an empty index of before-images.
+/// twelve-month tables, empty indexes of before-images and
+/// certificates.
 inline void define_payroll(LogicalFiles& installation) {
     using MXREPOSITORY::Area;
     installation.define(1, kCompanyLength);
@@ -97,14 +99,18 @@ inline void define_payroll(LogicalFiles& installation) {
     installation.define(35, kEmployeeLength);
     installation.define(36, (kKeyWidth + 7) * 128);
     installation.define(97, kMonthsLength);
+    installation.define(354, kCertificateLength);
+    installation.define(356, (kKeyWidth + 7) * 128);
     installation.put(1, 1, company(1).text());
     installation.put(2, 1, employee(1).text());
     installation.put(2, 2, employee(2).text());
     installation.put(8, 1, Record(Area::SETX, kSectorLength).text());
     installation.put(97, 1, Record(Area::DICX, kMonthsLength).text());
     installation.put(97, 2, Record(Area::DICX, kMonthsLength).text());
-    MXLIBRERIA::FAIOPEN(36);
-    static_cast<void>(MXLIBRERIA::ISAM(36, "", MXLIBRERIA::kIsamEmpty, 0));
+    for (const int index : {36, 356}) {
+        MXLIBRERIA::FAIOPEN(index);
+        static_cast<void>(MXLIBRERIA::ISAM(index, "", MXLIBRERIA::kIsamEmpty, 0));
+    }
     MXLIBRERIA::CHIUDI(0);
 }
 
