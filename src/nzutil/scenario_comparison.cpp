@@ -81,7 +81,8 @@ void compare_employee(const Installation& installation, int record,
     }
     if (!expected.certificate.empty()) {
         const std::string code = MXREPOSITORY::LEGGICAMPO(MXREPOSITORY::P001, 0, employee);
-        compare_fields(expected.certificate, certificate_of(installation, code), prefix,
+        const std::string certificate = certificate_of(installation, code);
+        compare_fields(expected.certificate, certificate.empty() ? " " : certificate, prefix,
                        differences);
     }
     for (const auto& [column, value] : expected.archive) {

@@ -66,6 +66,19 @@ TEST_F(ScenarioRunTest, LineOfTheSlipIsNamed) {
     EXPECT_NE(found[0].place.find("quantita"), std::string::npos);
 }
 
+TEST_F(ScenarioRunTest, CertificateIsCompared) {
+    const std::string with_one =
+        "dipendente:\n"
+        "  certificazione: {X050: 1000}\n"
+        "  righe: [{voce: 2, quantita: 26}]\n";
+    EXPECT_TRUE(run(with_one + "attesi_certificazione: {X050: 1000, X054: 0}\n").empty());
+    std::filesystem::remove_all(directory.file("installazione"));
+    expect_only(run(with_one + "attesi_certificazione: {X050: 999}\n"), "X050", "999.00",
+                "1000.00");
+    std::filesystem::remove_all(directory.file("installazione"));
+    EXPECT_EQ(run("attesi_certificazione: {X050: 1000}\n").size(), 1U);  // there is none
+}
+
 TEST_F(ScenarioRunTest, ListLinesAreComparedOneByOneAndInNumber) {
     EXPECT_EQ(run("attesi_lista: []\n").size(), 1U);
     std::filesystem::remove_all(directory.file("installazione"));
