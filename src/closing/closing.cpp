@@ -1,5 +1,8 @@
 #include "closing/closing.h"
 
+#include <span>
+#include <string>
+
 #include "closing/entertainers.h"
 #include "closing/state.h"
 #include "closing/tax_pass.h"
@@ -36,6 +39,7 @@ namespace {
 void open_closing() {
     closing = {};
     closing.ceiling_lines_before = ModSWCALM::run_tables.list_9999_count;
+    closing.municipal_lines_before = ModSWCALM::run_tables.list_1000_count;
     contributions = {};
     tax_state = {};
     tax_state.PrimaPassata = 1;
@@ -155,12 +159,19 @@ void slip_image_steps() {
     }
 }
 
-/// A dropped slip leaves no line on the control list of those above a ceiling.
+/// Takes the lines behind the first `count` off a list.
+void cut_list(std::span<std::string> lines, double& count, double count_before) {
+    for (; count > count_before; count -= 1) {
+        lines[static_cast<std::size_t>(count)].clear();
+    }
+}
+
+/// A dropped slip leaves no line on the control lists of those above a ceiling and of the municipal
+/// surtax.
 void take_back_control_lines() {
     auto& tables = ModSWCALM::run_tables;
-    for (; tables.list_9999_count > closing.ceiling_lines_before; tables.list_9999_count -= 1) {
-        tables.list_9999.at(static_cast<std::size_t>(tables.list_9999_count)).clear();
-    }
+    cut_list(tables.list_9999, tables.list_9999_count, closing.ceiling_lines_before);
+    cut_list(tables.list_1000, tables.list_1000_count, closing.municipal_lines_before);
 }
 
 }  // namespace
@@ -183,6 +194,7 @@ void CALCOLACHIUSURA() {
     if (tax_state.ConguaglioAnnuale) {
         year_end_block();
     }
+    ModSWCALB::instalments_of_next_year();
     // The settlement and what a leaver gets still moved gross and deductions: the net is taken
     // again.
     net_and_rounding();

@@ -8,6 +8,7 @@ struct ClosingState {
     double surtax_instalments = 0;      ///< surtax instalments of the month, in euro
     double fund_contribution = 0;       ///< employee's share to the pension fund inside Q224
     double ceiling_lines_before = 0;    ///< lines of the ceiling list when the closing opened
+    double municipal_lines_before = 0;  ///< lines of the municipal list when the closing opened
     double separate_contributions = 0;  ///< contributions on P244 and P245, inside Q224
 };
 extern ClosingState closing;

@@ -2,6 +2,9 @@
 // The public-sector declaration NZINPD<year>.MDB.
 
 #include <string>
+#include <vector>
+
+#include "platform/database.h"
 
 namespace NZRetMesINPDAP {
 
@@ -11,6 +14,8 @@ struct Quadri {
 };
 extern Quadri quadri;
 
+/// The tables of a year's declaration.
+[[nodiscard]] std::vector<platform::Table> quadri_schema();
 /// Name of the archive of a year ("2024", always four digits), with its path.
 [[nodiscard]] std::string archive_name(const std::string& year);
 /// Name of the archive of the period's year.

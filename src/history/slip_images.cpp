@@ -12,6 +12,16 @@ using MXLIBRERIA::kTrue;
 
 SlipImages slip_images;
 
+platform::Table slip_image_schema() {
+    using platform::ColumnType;
+    return {"CEDSTORICO",
+            {{"KDIPENDENTE", ColumnType::key},
+             {"KPERIODO", ColumnType::key},
+             {"KTIPOELAB", ColumnType::key},
+             {"CED_DIPE", ColumnType::text}},
+            {"CHIAVE", {"KDIPENDENTE", "KPERIODO", "KTIPOELAB"}, false}};
+}
+
 std::string archive_name(const std::string& year, const std::string& month) {
     // The images of 2008 lie in one file for the whole year.
     const std::string name = year == "2008" ? "\\NZCU" + year : "\\NZ" + year + month;

@@ -3,6 +3,8 @@
 
 #include <string>
 
+#include "platform/database.h"
+
 namespace NZCedLibPaga {
 
 /// The archive of the run's own month: lives from start-up to the end of the run.
@@ -11,6 +13,8 @@ struct SlipImages {
 };
 extern SlipImages slip_images;
 
+/// Table CEDSTORICO: the employee's record of each slip, by employee, period and kind.
+[[nodiscard]] platform::Table slip_image_schema();
 /// Name of the archive of a month ("2024", "05"), with its path.
 [[nodiscard]] std::string archive_name(const std::string& year, const std::string& month);
 /// Name of the archive of the period.

@@ -30,6 +30,10 @@ constexpr std::array kCommands{
     Command{"isam", texts::kToolUsageIndex, texts::kToolHelpIndex, 3, 4, command_index},
     Command{"scenario", texts::kToolUsageScenario, texts::kToolHelpScenario, 1, kAnyNumber,
             command_scenarios},
+    Command{"modelli", texts::kToolUsageTemplates, texts::kToolHelpTemplates, 1, 1,
+            command_templates},
+    Command{"comuni", texts::kToolUsageMunicipalities, texts::kToolHelpMunicipalities, 2, 2,
+            command_municipalities},
     Command{"installa", texts::kToolUsageInstall, texts::kToolHelpInstall, 2, 2, command_install},
 };
 

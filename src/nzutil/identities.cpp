@@ -113,12 +113,105 @@ double severance_taken_off(const CalculatedSlip& slip) {
     return pays_severance(slip) ? slip.sum({Q129, Q038, Q373, Q046, Q252, Q256, Q978}) : 0;
 }
 
+// ---- Surtaxes ----
+
+/// A balance or an advance that is withheld by instalments.
+struct InstalmentFields {
+    Descriptor total;
+    Descriptor paid;
+    Descriptor of_the_month;
+    Descriptor number;
+    int months_later;
+    bool ordinary_only;  ///< formed and booked on ordinary slips alone
+};
+constexpr std::array<InstalmentFields, 3> kInstalments{{{Q317, Q339, Q340, Q318, 0, false},
+                                                        {Q235, Q316, Q320, Q315, 0, false},
+                                                        {Q674, Q678, Q675, Q673, 2, true}}};
+
+/// A slip of adjustment only forms none, and leaves those of the month before as they stand.
+bool forms_instalments(const CalculatedSlip& slip, const InstalmentFields& fields) {
+    return slip.now(P118) != kAdjustmentOnly && !(fields.ordinary_only && slip.additional());
+}
+
+double instalments_of_the_slip(const CalculatedSlip& slip) {
+    double sum = 0;
+    for (const InstalmentFields& fields : kInstalments) {
+        sum += forms_instalments(slip, fields) ? slip.now(fields.of_the_month) : 0;
+    }
+    return sum;
+}
+
+/// Who leaves is charged with the year's surtaxes, or gets the advance back, on the slip itself.
+bool settles_surtaxes_of_leaver(const CalculatedSlip& slip) {
+    return slip.settles_year() && slip.now(P017) > 0 && slip.now(P938) != 1;
+}
+
+double surtaxes_charged(const CalculatedSlip& slip) {
+    if (!settles_surtaxes_of_leaver(slip)) {
+        return 0;
+    }
+    const double regional = slip.moved(Q342) != 0 ? slip.now(Q342) : 0;
+    return regional + std::max(0.0, slip.now(Q343));
+}
+
+/// January's ordinary slip pays a municipal balance below 0; a leaver's slip pays a surtax below 0,
+/// and the advance that was more than the whole surtax.
+double surtaxes_paid_out(const CalculatedSlip& slip) {
+    double sum = 0;
+    if (slip.month() == 1 && forms_instalments(slip, kInstalments[2]) && slip.now(Q235) < 0 &&
+        slip.was(Q316) == 0) {
+        sum -= slip.now(Q235);
+    }
+    if (settles_surtaxes_of_leaver(slip)) {
+        sum += std::max(0.0, -slip.now(Q343));
+        const bool given_up = slip.was(Q674) > 0 && slip.now(Q674) == 0 && slip.now(Q343) >= 0;
+        sum += given_up ? slip.sum({Q678, Q675}) : 0;
+    }
+    return sum;
+}
+
+/// What has been withheld with the month's instalment: nothing is withheld twice or beyond the
+/// total, and the last month leaves no cent.
+Outcome withheld_of(const CalculatedSlip& slip, const InstalmentFields& fields) {
+    if (!forms_instalments(slip, fields)) {
+        return std::nullopt;
+    }
+    const double month = slip.now(fields.of_the_month);
+    const double total = slip.was(fields.total);
+    const double withheld = slip.now(fields.paid) + month;
+    const bool pays_out = total < 0;
+    const Outcome booked =
+        pays_out ? std::nullopt
+                 : equal(fields.paid.name(), slip.was(fields.paid) + slip.was(fields.of_the_month),
+                         slip.now(fields.paid));
+    const bool too_much = month > 0 && withheld > total + 0.005;
+    const bool last = slip.now(P118) != 2 && slip.was(fields.number) > 0 && total > 0 &&
+                      slip.month() == slip.was(fields.number) + fields.months_later;
+    const bool december = slip.month() == 12 && slip.now(P017) == 0 &&
+                          slip.was(fields.number) + fields.months_later < 12;
+    return first_of(
+        {booked, too_much ? broken(fields.of_the_month.name(), total, withheld) : std::nullopt,
+         last ? equal(fields.total.name(), std::max(total, slip.now(fields.paid)), withheld)
+              : std::nullopt,
+         december ? equal(fields.of_the_month.name(), 0, month) : std::nullopt});
+}
+
+Outcome surtax(const CalculatedSlip& slip) {
+    for (const InstalmentFields& fields : kInstalments) {
+        if (const Outcome wrong = withheld_of(slip, fields)) {
+            return wrong;
+        }
+    }
+    return std::nullopt;
+}
+
 Outcome gross(const CalculatedSlip& slip) {
     const double ordinary_or_additional =
         slip.additional() ? slip.now(PA50) + slip.now(P924) : slip.now(PA49) + slip.now(P922);
-    const double expected =
-        lines_of_kind(slip, 0) + slip.sum({Q139, Q140, Q130, P022, Q280, PC33, QA41, Q772, Q022}) +
-        one_off_2022(slip) + ordinary_or_additional + fixed_net_move(slip) + severance_paid(slip);
+    const double expected = lines_of_kind(slip, 0) +
+                            slip.sum({Q139, Q140, Q130, P022, Q280, PC33, QA41, Q772, Q022}) +
+                            one_off_2022(slip) + ordinary_or_additional + fixed_net_move(slip) +
+                            severance_paid(slip) + surtaxes_paid_out(slip);
     return equal("P241", expected, slip.now(P241));
 }
 
@@ -127,7 +220,8 @@ Outcome deductions(const CalculatedSlip& slip) {
         slip.additional() ? slip.now(P764) + slip.now(PA53) : slip.now(P762) + slip.now(PA52);
     const double expected =
         lines_of_kind(slip, 1) + slip.sum({Q162, Q224, Q137, P535, PB56, Q138, Q973, Q021}) +
-        ordinary_or_additional + tax_on_advances_of_the_slip(slip) + severance_taken_off(slip);
+        ordinary_or_additional + tax_on_advances_of_the_slip(slip) + severance_taken_off(slip) +
+        instalments_of_the_slip(slip) + surtaxes_charged(slip);
     return equal("P259", expected, slip.now(P259));
 }
 
@@ -420,7 +514,8 @@ constexpr std::array<Identity, 12> kIdentities{{{"gross", gross},
                                                 {"tax", tax},
                                                 {"adjustment", adjustment},
                                                 {"deduction_months", deduction_months},
-                                                {"severance", severance}}};
+                                                {"severance", severance},
+                                                {"surtax", surtax}}};
 
 void check(const Identity& identity, const CalculatedSlip& slip,
            const std::map<std::string, std::string>& switched_off,

@@ -9,6 +9,7 @@
 #include "installation/tool_error.h"
 #include "nzutil/commands.h"
 #include "nzutil/killed_run.h"
+#include "nzutil/municipalities.h"
 #include "nzutil/scenario.h"
 #include "nzutil/write_lock.h"
 
@@ -25,6 +26,7 @@ void tell_registry(const Installation& installation) {
 int command_demo(const Arguments& arguments) {
     const WriteLock lock = WriteLock::of_new_installation(arguments[0], "demo");
     const Installation installation = make_demo_installation(arguments[0]);
+    write_municipalities(installation.archive_directory(), demo_municipalities());
     std::cout << fill(texts::kToolDemoMade,
                       {arguments[0], std::to_string(installation.read_selection().size()),
                        installation.read(kPeriod, 1).value_or("").substr(0, 8)})

@@ -20,7 +20,10 @@ void spoil(const Installation& installation, const Damage& damage) {
                                  ? installation.path(damage.file)
                                  : installation.archive_directory() + "/" + damage.name;
     installation.close();
-    if (damage.remove) {
+    if (!damage.statement.empty()) {
+        platform::open_database(path, platform::DatabaseMode::read_write)
+            ->execute(damage.statement, {});
+    } else if (damage.remove) {
         fs::remove(path);
     } else if (damage.length) {
         std::error_code failed;
@@ -59,6 +62,9 @@ void prepare_run(Installation& installation, const Scenario& scenario, std::size
         write_year_opening(installation, prepare_year_opening(installation, run.opens_year));
     }
     apply(installation, run.tables, {});
+    if (!run.municipalities.empty()) {
+        write_municipalities(installation.archive_directory(), run.municipalities);
+    }
     for (const EmployeeEntry& employee : scenario.description.employees) {
         const auto change = run.changes.find(employee.record);
         change_employee(installation, run.tables, employee.record,
@@ -99,6 +105,30 @@ std::map<int, std::string> employee_records(const Installation& installation,
     return records;
 }
 
+constexpr const char* kMunicipalArchive = "TABCOM";
+
+/// The archives that a scenario names and that no run makes yet.
+std::string archives_not_made(const Scenario& scenario) {
+    std::string names;
+    for (const std::string& name : scenario.archives) {
+        if (name != kMunicipalArchive) {
+            names += (names.empty() ? "" : ", ") + name;
+        }
+    }
+    return names;
+}
+
+/// The municipalities of the demo, where the scenario asks for the archive, and its own.
+void write_municipal_table(const Installation& installation, const Scenario& scenario) {
+    const std::vector<Municipality>& own = scenario.runs.front().municipalities;
+    if (std::ranges::find(scenario.archives, kMunicipalArchive) != scenario.archives.end()) {
+        write_municipalities(installation.archive_directory(), demo_municipalities());
+    }
+    if (!own.empty()) {
+        write_municipalities(installation.archive_directory(), own);
+    }
+}
+
 Installation install(const Scenario& scenario, const ScenarioTools& tools,
                      const std::string& directory) {
     Installation installation = tools.base_directory.empty()
@@ -106,6 +136,7 @@ Installation install(const Scenario& scenario, const ScenarioTools& tools,
                                     : copy_installation(tools.base_directory, directory);
     apply(installation, scenario.description, model_employee(installation));
     installation.write_period(scenario.runs.front().period.date, scenario.runs.front().period.kind);
+    write_municipal_table(installation, scenario);
     for (const Damage& damage : scenario.damages) {
         spoil(installation, damage);
     }
@@ -131,11 +162,7 @@ Installation install_scenario(const Scenario& scenario, const std::string& direc
 std::vector<Difference> run_scenario(const Scenario& scenario, const ScenarioTools& tools,
                                      const std::string& directory) {
     std::vector<Difference> differences;
-    if (!scenario.archives.empty()) {
-        std::string names;
-        for (const std::string& name : scenario.archives) {
-            names += (names.empty() ? "" : ", ") + name;
-        }
+    if (const std::string names = archives_not_made(scenario); !names.empty()) {
         differences.push_back({"archivi", names, fill(texts::kToolNoArchives, {names})});
         return differences;
     }

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "installation/description.h"
+#include "nzutil/municipalities.h"
 
 namespace nzutil {
 
@@ -37,12 +38,14 @@ struct Damage {
     std::optional<int> length;    ///< cut to, or lengthened with blanks to
     std::optional<int> position;  ///< 1-based place of `bytes`
     std::string bytes;
+    std::string statement;  ///< to run in an archive with tables, of that name
 };
 
 /// One start of the program.
 struct ScenarioRun {
     PeriodEntry period;
     int opens_year = 0;                        ///< opened before anything else of this run; 0: none
+    std::vector<Municipality> municipalities;  ///< to be written to TABCOM.MDB before the run
     Description tables;                        ///< what changes before this run, but for employees
     std::map<int, EmployeeEntry> changes;      ///< by record: what changes before this run
     std::map<int, ExpectedEmployee> expected;  ///< by record

@@ -18,8 +18,8 @@ const Keys kExpectedKeys{"attesi", "attesi_righe", "attesi_mesi", "attesi_certif
                          "attesi_archivio"};
 const Keys kExpectedOfAllRuns{"attesi_somma"};
 /// What a run may hold beside the installation and the expectations of its employee.
-const Keys kRunKeys{"risposte",        "uscita",       "attesi_lista",
-                    "attesi_riquadri", "attesi_fissi", "attesi_ditta"};
+const Keys kRunKeys{"risposte",     "uscita",       "attesi_lista", "attesi_riquadri",
+                    "attesi_fissi", "attesi_ditta", "comuni"};
 const Keys kScenarioKeys{"titolo", "archivi", "danni", "corse", "senza_identita"};
 
 Keys joined(std::initializer_list<Keys> lists) {
@@ -107,8 +107,8 @@ std::vector<bool> read_answers(const Document& document, const YAML::Node& node)
 std::vector<Damage> read_damages(const Document& document, const YAML::Node& node) {
     std::vector<Damage> damages;
     document.each_of(node, [&](const YAML::Node& element) {
-        document.expect_keys(element,
-                             {"archivio", "nome", "elimina", "lunghezza", "posizione", "byte"});
+        document.expect_keys(element, {"archivio", "nome", "elimina", "lunghezza", "posizione",
+                                       "byte", "istruzione"});
         Damage damage;
         if (element["archivio"]) {
             damage.file = document.whole(element["archivio"], 1, 600);
@@ -126,15 +126,38 @@ std::vector<Damage> read_damages(const Document& document, const YAML::Node& nod
         if (element["byte"]) {
             damage.bytes = document.text(element["byte"]);
         }
+        if (element["istruzione"]) {
+            damage.statement = document.text(element["istruzione"]);
+        }
         const bool has_place = (damage.file != 0) != !damage.name.empty();
         const int kinds = (damage.remove ? 1 : 0) + (damage.length ? 1 : 0) +
-                          (damage.position && !damage.bytes.empty() ? 1 : 0);
+                          (damage.position && !damage.bytes.empty() ? 1 : 0) +
+                          (damage.statement.empty() || damage.name.empty() ? 0 : 1);
         if (!has_place || kinds != 1) {
             document.fail(element, texts::kToolExpectedDamage);
         }
         damages.push_back(std::move(damage));
     });
     return damages;
+}
+
+/// Rows of the table of municipalities: code, and the columns of the row.
+std::vector<Municipality> read_municipalities(const Document& document, const YAML::Node& node) {
+    std::vector<Municipality> municipalities;
+    document.each(node, [&](const std::string& code, const YAML::Node& /*key_node*/,
+                            const YAML::Node& columns) {
+        Municipality& row = municipalities.emplace_back();
+        row.columns.emplace_back("CHIAVE", platform::from_utf8(code));
+        document.each(columns, [&](const std::string& name, const YAML::Node& key_node,
+                                   const YAML::Node& value) {
+            const std::string column = municipal_column(name);
+            if (column.empty()) {
+                document.fail(key_node, texts::kToolCsvColumn, {name});
+            }
+            row.columns.emplace_back(column, municipal_value(column, document.utf8(value)));
+        });
+    });
+    return municipalities;
 }
 
 /// What a run expects beside its employees.
@@ -155,6 +178,9 @@ void read_run(const Document& document, const YAML::Node& node, ScenarioRun& run
     }
     if (node["attesi_ditta"]) {
         run.expected_company = document.expected_fields(node["attesi_ditta"], Area::DITX);
+    }
+    if (node["comuni"]) {
+        run.municipalities = read_municipalities(document, node["comuni"]);
     }
     if (node["risposte"]) {
         run.answers = read_answers(document, node["risposte"]);

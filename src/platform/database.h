@@ -48,6 +48,7 @@ enum class ColumnType {
     text,      ///< "TEXT"
     key,       ///< text of a key: trailing blanks do not count in comparisons
     amount,    ///< "DOUBLE PRECISION"
+    whole,     ///< a whole number
     sequence,  ///< a number that the engine gives to each new record, never used again
 };
 struct Column {

@@ -165,6 +165,8 @@ class EmbeddedEngine : public Engine {
                 return "TEXT COLLATE RTRIM";
             case ColumnType::amount:
                 return "DOUBLE PRECISION";
+            case ColumnType::whole:
+                return "INTEGER";
             case ColumnType::sequence:
                 return "INTEGER PRIMARY KEY AUTOINCREMENT";
         }

@@ -129,13 +129,14 @@ struct Slip {
     double RETRIBUZIONEDIFF = 0;  ///< January difference, ends in Q780 or Q781
 
     // Flags and values kept across phases
-    bool calendar_days = false;            ///< T180 = 1
-    bool same_month_repeat = false;        ///< Q179 lies in the period's month (entertainers)
-    bool exemption_over = false;           ///< the exemption of P916 has ended
-    bool suspended_tax_joined = false;     ///< the adjustment took Q801 into Q014
-    bool ordinary_worker = false;          ///< P168 = 0: no worker in entertainment
-    double former_Q173 = 0;                ///< net of the earlier slip
-    double former_Q110 = 0;                ///< premiums to date before the slip's lines
+    bool calendar_days = false;      ///< T180 = 1
+    bool same_month_repeat = false;  ///< Q179 lies in the period's month (entertainers)
+    bool exemption_over = false;     ///< the exemption of P916 has ended
+    std::array<std::string, 10> regional_columns;  ///< limits and rates of the employee's region
+    bool suspended_tax_joined = false;             ///< the adjustment took Q801 into Q014
+    bool ordinary_worker = false;                  ///< P168 = 0: no worker in entertainment
+    double former_Q173 = 0;                        ///< net of the earlier slip
+    double former_Q110 = 0;                        ///< premiums to date before the slip's lines
     double former_P268 = 0;                ///< P268 as the earlier slip of the month left it
     double sector_rate = 0;                ///< S004, reduced
     std::string former_P563;               ///< employee's former code, as the record brought it

@@ -1,13 +1,19 @@
 #pragma once
-// Regional and municipal surtaxes.
+// Regional and municipal surtaxes: fixed by the year-end adjustment on the year's base, withheld in
+// the next year by instalments (D.Lgs. 446/1997, art. 50; D.Lgs. 360/1998, art. 1).
 
 namespace ModSWCALB {
 
-/// Instalments of the month of last year's surtaxes; returns their sum.
+/// Books last month's instalments and forms those of the month: regional and municipal balance of
+/// last year, advance on the municipal surtax of this one. Returns their sum, in euro. January's
+/// ordinary slip pays out a municipal balance that is below 0.
 [[nodiscard]] double RATAADDIZIONALI();
-/// Surtaxes on the year's base, regional and municipal, at the year-end adjustment.
+/// Surtaxes on the year's base, regional (Q342) and municipal (Q343), at the year-end adjustment;
+/// who leaves is charged at once. ImpostaLorda holds the net tax of the year.
 void surtaxes_of_the_year();
 /// Does the year-end adjustment work the surtaxes out again? With P938 = 1 not on a termination.
 [[nodiscard]] bool surtaxes_are_recomputed();
+/// December's ordinary slip: into how many instalments the balances go next year, 11 or 10 (T183).
+void instalments_of_next_year();
 
 }  // namespace ModSWCALB

@@ -363,6 +363,14 @@ inline constexpr Text kMunicipalListEnd{Kind::line,
 inline constexpr Text kMunicipalListNote{Kind::line,
                                          "** = LA % IN TABELLA E' INDICATA CON '0*', IN QUESTO "
                                          "CASO VIENE UTILIZZATA LA % DEL CAMPO Q319"};
+// Parts of a line of the municipal list: type, code, mark, and how the rate was chosen.
+inline constexpr Text kMunicipalType{Kind::line, " Q901 T.CALC. "};
+inline constexpr Text kMunicipalCode{Kind::line, " COD.COM 01/01/AC "};
+inline constexpr Text kMunicipalMark{Kind::line, " **"};
+inline constexpr Text kMunicipalTableRate{Kind::line, " % ADD.COM IN TAB.Q902 "};
+inline constexpr Text kMunicipalByBands{Kind::line, " CALCOLO A FASCIE"};
+inline constexpr Text kMunicipalByBrackets{Kind::line, " % ADD.COM CALCOLO A SCAGLIONI"};
+inline constexpr Text kMunicipalEmployeeRate{Kind::line, " % ADD.COM CAMPO  Q319 "};
 inline constexpr Text kTreasuryListQuestion{
     Kind::question,
     "Verra' stampata una lista dei dipendenti in estrazione per verifica capienza fondo "

@@ -77,6 +77,22 @@ inline constexpr Text kToolHelpScenario{
 inline constexpr Text kToolUsageInstall{Kind::tool, "installa FILE DIR"};
 inline constexpr Text kToolHelpInstall{Kind::tool,
                                        "crea nella directory DIR l'installazione di uno scenario"};
+inline constexpr Text kToolUsageTemplates{Kind::tool, "modelli DIR"};
+inline constexpr Text kToolHelpTemplates{
+    Kind::tool, "crea gli archivi .MDB vuoti da cui partono gli altri; non ne sovrascrive"};
+inline constexpr Text kToolTemplateMade{Kind::tool, "Creato {}"};
+inline constexpr Text kToolTemplateThere{Kind::tool, "C'è già {}"};
+inline constexpr Text kToolUsageMunicipalities{Kind::tool, "comuni CSV DIR"};
+inline constexpr Text kToolHelpMunicipalities{
+    Kind::tool, "carica le aliquote dell'addizionale comunale in TABCOM.MDB"};
+inline constexpr Text kToolMunicipalitiesWritten{Kind::tool, "Comuni caricati: {}."};
+inline constexpr Text kToolCsvColumn{Kind::tool, "la tabella CATASTO non ha la colonna {}"};
+inline constexpr Text kToolCsvNoKey{Kind::tool, "attesa nella prima riga la colonna {}"};
+inline constexpr Text kToolCsvCells{Kind::tool, "attesi {} valori, come nella prima riga: sono {}"};
+inline constexpr Text kToolCsvCode{Kind::tool,
+                                   "atteso il codice del comune, di 4 caratteri, trovato \"{}\""};
+inline constexpr Text kToolCsvNumber{Kind::tool, "{}: atteso un numero, trovato \"{}\""};
+inline constexpr Text kToolCsvTwice{Kind::tool, "il comune {} è ripetuto"};
 inline constexpr Text kToolDemoMade{
     Kind::tool, "Installazione dimostrativa creata in {}: {} dipendenti, periodo {}."};
 inline constexpr Text kToolInstallationMade{Kind::tool, "Installazione creata in {}."};
