@@ -503,19 +503,19 @@ Outcome drop(const CalculatedSlip& slip) {
 }
 
 constexpr Identity kDrop{"drop", drop};
-constexpr std::array<Identity, 12> kIdentities{{{"gross", gross},
-                                                {"deductions", deductions},
-                                                {"net", net},
-                                                {"carry", carry},
-                                                {"contributions", contributions},
-                                                {"taxable", taxable},
-                                                {"reliefs", reliefs},
-                                                {"ceiling", ceiling},
-                                                {"tax", tax},
-                                                {"adjustment", adjustment},
-                                                {"deduction_months", deduction_months},
-                                                {"severance", severance},
-                                                {"surtax", surtax}}};
+constexpr auto kIdentities = std::to_array<Identity>({{"gross", gross},
+                                                      {"deductions", deductions},
+                                                      {"net", net},
+                                                      {"carry", carry},
+                                                      {"contributions", contributions},
+                                                      {"taxable", taxable},
+                                                      {"reliefs", reliefs},
+                                                      {"ceiling", ceiling},
+                                                      {"tax", tax},
+                                                      {"adjustment", adjustment},
+                                                      {"deduction_months", deduction_months},
+                                                      {"severance", severance},
+                                                      {"surtax", surtax}});
 
 void check(const Identity& identity, const CalculatedSlip& slip,
            const std::map<std::string, std::string>& switched_off,
