@@ -22,13 +22,14 @@ void show_failure(const platform::Failure& failure) {
     if (!failure.culprit.empty()) {
         text += texts::kFailureCulprit.bytes() + failure.culprit + "\r\n";
     }
-    if (const std::size_t left = run_course.not_calculated(); left > 0) {
-        text += texts::kNotCalculated.bytes() + std::to_string(left) + "\r\n";
-    }
     text += failure_advice(failure);
     const std::string program = texts::kSuiteTitle.bytes() + " " + texts::kProgram.bytes();
     window().box(program, text, Icon::critical);
-    window().box(texts::kSuiteTitle.bytes(), texts::kRestoreTask.bytes(), Icon::information);
+    std::string last = texts::kRestoreTask.bytes();
+    if (const std::size_t left = run_course.not_calculated(); left > 0) {
+        last += "\r\n" + texts::kNotCalculated.bytes() + std::to_string(left);
+    }
+    window().box(texts::kSuiteTitle.bytes(), last, Icon::information);
 }
 
 enum class PrinterAnswer { retry, skip };

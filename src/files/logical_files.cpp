@@ -86,7 +86,6 @@ void close(FileTable::Entry& file) {
     file.CANALI = 0;
     file.text.clear();
     file.text_position = 0;
-    file.unsynced = false;
 }
 
 /// Opens a path as the channel of an entry; the entry stays closed if that fails.
@@ -346,6 +345,7 @@ void CHIUDI(double n) {
     for (FileTable::Entry& file : file_table.entries) {
         close(file);
         file.table.reset();
+        file.unsynced = false;
     }
 }
 
@@ -433,6 +433,12 @@ void sync_file(double n) {
     if (file.unsynced && file.channel != nullptr) {
         file.channel->sync();
         file.unsynced = false;
+    }
+}
+
+void sync_files() {
+    for (std::size_t n = 1; n < file_table.entries.size(); ++n) {
+        sync_file(static_cast<double>(n));
     }
 }
 

@@ -42,7 +42,8 @@ struct FileTable : PlaceholderValues {
         std::string text;                  ///< content of a text file opened for input
         std::optional<std::string> table;  ///< content of a table, kept from its first use
         std::uint64_t text_position = 0;   ///< next byte of a text file
-        bool unsynced = false;             ///< holds records that sync_file has not seen
+        bool unsynced =
+            false;  ///< holds records that sync_file has not seen, also from before a new opening
     };
     std::array<Entry, kLogicalFiles + 1> entries;
     double last_length = 0;  ///< record length of the last DAMMIFILE$; 0 where it is no number
@@ -108,6 +109,8 @@ void RICREAFILE(double n);
 void write_record_bytes(double n, double record, std::string_view bytes);
 /// Makes what was written to the open file n since the last call outlive a fall of the current.
 void sync_file(double n);
+/// The same for every open file.
+void sync_files();
 
 /// Takes and releases the semaphore NZSEMA.DAT (logical file 16) shared with the suite. Waits as
 /// long as another program holds it, or until a request to stop (StopRequested); failure 75 where

@@ -202,6 +202,17 @@ const SlotRecord* find_in_step(double n, double record) {
     return found == recovery_slot.records.rend() ? nullptr : &*found;
 }
 
+/// A run in order has held its files to the disk before it closes them; one that a failure ends
+/// does it here. What the disk refuses now has been told by the failure.
+void hold_to_disk() {
+    for (std::size_t n = 1; n < file_table.entries.size(); ++n) {
+        try {
+            sync_file(static_cast<double>(n));
+        } catch (const Failure&) {  // the other files are held all the same
+        }
+    }
+}
+
 // ---- What a killed run left ----
 
 /// The complete step of the archive's slot; empty where there is none to finish.
@@ -399,9 +410,11 @@ void close_recovery_slot() {
             write_records();
             mark_empty();
         }
+        hold_to_disk();
         recovery_slot.channel.reset();
         files().remove(slot_path());
     } catch (const Failure&) {
+        hold_to_disk();
         recovery_slot.channel.reset();  // The next start finishes the step.
     }
     recovery_slot.unfinished = false;

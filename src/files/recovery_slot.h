@@ -91,8 +91,9 @@ struct FinishedRecord {
 /// beyond the end, make the slot another archive's: it is not applied.
 [[nodiscard]] std::vector<FinishedRecord> finish_killed_step();
 
-/// Closes the slot and takes it away; a step that a file refused is tried once more, and stays for
-/// the next start if it is refused again. CHIUDI(0) calls it.
+/// Closes the slot and takes it away, after what has been written since is held to the disk; a step
+/// that a file refused is tried once more, and stays for the next start if it is refused again.
+/// CHIUDI(0) calls it.
 void close_recovery_slot();
 
 // ---- For the record operations alone ----

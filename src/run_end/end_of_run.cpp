@@ -81,7 +81,7 @@ void show_final_message() {
 
 void FINEPROG() {
     TRACCIA("FINEPROG");
-    sync_file(kEmployees);
+    sync_files();
     if (window().line_count() == 0 && !run_fell_short()) {
         end_program();
     }

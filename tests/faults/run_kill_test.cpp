@@ -11,6 +11,7 @@
 #include <string>
 
 #include "context/environment.h"
+#include "context/failure_handler.h"
 #include "context/period.h"
 #include "files/file_numbers.h"
 #include "files/logical_files.h"
@@ -21,6 +22,7 @@
 #include "nzutil/index_check.h"
 #include "platform/failure.h"
 #include "platform/silent_window.h"
+#include "platform/stop_request.h"
 #include "platform/window.h"
 #include "records/dictionary/DIPX.h"
 #include "records/fields.h"
@@ -244,8 +246,50 @@ TEST_F(KilledRun, NamesFileAndRecordWhereNoEmployeeIsConcerned) {
 TEST_F(KilledRun, FilesAreHeldToTheDiskAtTheEndOfEachWalk) {
     const auto plan = FaultFileSystem::install();
     ASSERT_TRUE(run_ends());
-    EXPECT_EQ(plan->synced, (std::vector<std::string>{"VELMOR.RIP", "DIPPRIMA.DAT", "DIPPRIMA.IDX",
-                                                      "DIPEND.DAT"}));
+    // The first walk ends with the slot and the before-images, the run with all that it wrote.
+    EXPECT_EQ(plan->synced,
+              (std::vector<std::string>{"VELMOR.RIP", "DIPPRIMA.DAT", "DIPPRIMA.IDX", "DITTE.DAT",
+                                        "DIPEND.DAT", "FISSI.DAT", "DIPMESI.DAT"}));
+}
+
+TEST_F(KilledRun, FilesAreHeldToTheDiskWhereAFailureEndsTheRun) {
+    Versions versions;
+    std::uint64_t changes = 0;
+    whole_run(versions, changes);
+    restore();
+    const auto plan = FaultFileSystem::install();
+    // The slip of employee 3 is in its file; the next operation of the disk fails.
+    constexpr std::uint64_t kAfterFirstSlip = 7;
+    plan->after_change = [&] {
+        if (plan->changes == changes - kAfterFirstSlip) {
+            plan->fail_at = plan->operations + 1;
+            plan->synced.clear();
+        }
+    };
+    try {
+        ModSWCALM::MAIN();
+        FAIL() << "the failure has been lost";
+    } catch (const platform::Failure& failure) {
+        EXPECT_EQ(MXLIBRERIA::GESTIONEERRORE(failure), 1);
+    }
+    EXPECT_EQ(plan->synced, (std::vector<std::string>{"DIPEND.DAT", "FISSI.DAT", "DIPMESI.DAT"}));
+}
+
+TEST_F(KilledRun, FilesAreHeldToTheDiskWhereTheFirstWalkIsStopped) {
+    const auto plan = FaultFileSystem::install();
+    const auto images = [this] { return fs::file_size(archive() + "/DIPPRIMA.DAT") / length; };
+    const std::uintmax_t before = images();
+    plan->after_change = [&] { platform::set_stop_requested(images() > before); };
+    int status = 0;
+    try {
+        ModSWCALM::MAIN();
+    } catch (const platform::EndOfProgram& end) {
+        status = end.status;
+    }
+    platform::set_stop_requested(false);
+    EXPECT_EQ(status, 1);
+    EXPECT_EQ(plan->synced, (std::vector<std::string>{"DIPEND.DAT", "FISSI.DAT", "DIPPRIMA.DAT",
+                                                      "DIPPRIMA.IDX", "DIPMESI.DAT"}));
 }
 
 TEST_F(KilledRun, TheEmployeeFileIsHeldToTheDiskEvery200Employees) {

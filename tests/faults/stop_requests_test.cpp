@@ -311,6 +311,45 @@ TEST_F(StopRequests, AFileLimitIsAFailureWithItsMessage) {
     expect_the_rest_can_be_calculated();
 }
 
+/// A limit that comes in the second walk: the slip that no longer fits its file is in the recovery
+/// slot, and the next start writes it.
+TEST_F(StopRequests, AFileLimitInTheSecondWalkLosesNoSlip) {
+    Pipe pipe;
+    pipe.leave_room_for(100);  // one line of the list, and no second one
+    ChildProcess::Start narrow = start();
+    narrow.output = pipe.writer.get();
+    ChildProcess limited(narrow);
+    pipe.writer.close();
+    ASSERT_TRUE(wait_until([&] { return pipe.room() < 100; }));
+    const auto record = static_cast<rlim_t>(installation().record_length(kEmployees));
+    const rlimit two_records{2 * record, 2 * record};
+    ASSERT_EQ(::prlimit(limited.id(), RLIMIT_FSIZE, &two_records, nullptr), 0);
+    const std::string shown = pipe.reader.rest();
+    EXPECT_EQ(limited.wait(), 1);
+    EXPECT_NE(shown.find("Errore 61 Disk full"), std::string::npos) << shown;
+    EXPECT_NE(shown.find("nzutil scheda " + archive() + " 2 3"), std::string::npos) << shown;
+    EXPECT_EQ(count(shown, kDone), 2U) << shown;
+    EXPECT_NE(shown.find(not_calculated(selected - 2)), std::string::npos) << shown;
+    EXPECT_EQ(count(run().output, "001-000-0003 ROMANO GIULIA                           " +
+                                      std::string(texts::kFinishedStep.utf8)),
+              1U);
+    expect_the_rest_can_be_calculated();
+}
+
+/// The list in a file with a limit: a line that the limit refuses costs no wages.
+TEST_F(StopRequests, AFileLimitOnTheListCostsTheListAndNoWages) {
+    constexpr std::size_t kLimit = 2048 * 512;
+    const std::string list = directory.file("lista.txt");
+    write(list, std::string(kLimit - 100, '\n'));
+    const TestDescriptor nearly_full(::open(list.c_str(), O_WRONLY | O_APPEND));
+    ChildProcess::Start unread = start_by_shell("ulimit -f 2048; exec \"$0\"");
+    unread.output = nearly_full.get();
+    EXPECT_EQ(ChildProcess(unread).wait(), 1);
+    EXPECT_TRUE(errors.holds(std::string(texts::kTerminalListNotWritten.utf8)));
+    EXPECT_EQ(count(bytes(list), kDone), 1U);
+    EXPECT_EQ(snapshot(), calculated());
+}
+
 // ---- Closed standard streams ----
 
 TEST_F(StopRequests, ClosedStandardStreamsAreNoFilesOfTheArchive) {

@@ -84,11 +84,14 @@ TEST_F(Failures, NumberDescriptionAndTraceThenRestoreOfTheTask) {
     EXPECT_EQ(closings, 1);
 }
 
-TEST_F(Failures, SlipsThatAreOwedAreCounted) {
+TEST_F(Failures, TheLastMessageCountsTheSlipsThatAreOwed) {
     run_course.calculated_before = {false, true, false};
-    window.expect_box("Dipendenti non elaborati: 2\r\n");
+    window.expect_box("Errore 61");
     window.expect_box("LANCIARE RIPRISTINO TASK");
     EXPECT_EQ(GESTIONEERRORE(Failure(platform::kDiskFull)), 1);
+    EXPECT_EQ(window.boxes.back().text,
+              "CHIUDERE TUTTE LE APPLICAZIONI DELLA TASK\r\nLANCIARE RIPRISTINO TASK\r\n"
+              "Dipendenti non elaborati: 2");
 }
 
 TEST_F(Failures, AccessorsNameStandsInTheTraceOnThatPathOnly) {
