@@ -167,6 +167,7 @@ void walk_selection() {
             change_company(entry->company);
         }
         run_course.employee_record = entry->employee_record;
+        run_course.employee_file = kEmployees;
         calculate_entry(*entry);
         run_course.employee_record = 0;
         if (++run_course.finished % kEntriesBetweenSyncs == 0) {

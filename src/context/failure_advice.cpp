@@ -58,8 +58,8 @@ const Text& advice_of(int number) {
 std::string employee_lines() {
     const std::string record = MXREPOSITORY::testo_numero(run_course.employee_record);
     return texts::kAdviceEmployee.bytes() + employee_label() + "\r\n" +
-           texts::kAdviceShowEmployee.bytes() + environment.archive_directory + " 2 " + record +
-           "\r\n";
+           texts::kAdviceShowEmployee.bytes() + environment.archive_directory + " " +
+           MXREPOSITORY::testo_numero(run_course.employee_file) + " " + record + "\r\n";
 }
 
 }  // namespace

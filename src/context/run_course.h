@@ -13,8 +13,10 @@ struct RunCourse {
     /// Entries that the second walk has come past, in the order of the selection.
     std::size_t finished = 0;
 
-    /// Record of the employee under way in logical file 2; 0 between two employees.
+    /// Record of the employee under way; 0 between two employees.
     double employee_record = 0;
+    /// The logical file that it is in.
+    double employee_file = 0;
 
     /// Entries of the selection whose slip the run still owes.
     [[nodiscard]] std::size_t not_calculated() const;

@@ -358,9 +358,7 @@ double next(double n, const std::string& key, double /*record*/) {
 
 /// The index stands empty and open: one block of free entries.
 double empty(double n) {
-    RICREAFILE(n);
-    const std::string block = free_block(kRoot);
-    write_block(n, 1, block);
+    make_file_of_one_record(n, free_block(kRoot));
     return 0;
 }
 

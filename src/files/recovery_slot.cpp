@@ -43,6 +43,7 @@ constexpr Column kRecordLength{15, 8};
 constexpr std::size_t kRecordHeader = 24;
 
 constexpr char kPending = '1';
+constexpr char kPendingAnew = '2';
 constexpr char kNothing = '0';
 
 std::string slot_path() {
@@ -124,10 +125,10 @@ void begin_image() {
 }
 
 /// The header in front of the records that have been gathered.
-void complete_image() {
+void complete_image(char state) {
     std::string& image = recovery_slot.image;
     std::copy(kMark.begin(), kMark.end(), image.begin());
-    image[kState.offset] = kPending;
+    image[kState.offset] = state;
     std::copy_n(environment.task.begin(), std::min(environment.task.size(), kTask.width),
                 image.begin() + static_cast<std::ptrdiff_t>(kTask.offset));
     put_digits(image.data(), kCount, recovery_slot.records.size());
@@ -188,7 +189,7 @@ void write_step() {
     if (recovery_slot.records.empty()) {
         return;
     }
-    complete_image();
+    complete_image(kPending);
     fill_slot();
     recovery_slot.unfinished = true;
     write_records();
@@ -222,7 +223,8 @@ std::string pending_step() {
         return {};
     }
     std::string image = platform::read_whole_file(path);
-    if (image.size() < kHeader || !image.starts_with(kMark) || image[kState.offset] != kPending) {
+    if (image.size() < kHeader || !image.starts_with(kMark) ||
+        (image[kState.offset] != kPending && image[kState.offset] != kPendingAnew)) {
         return {};
     }
     const std::optional<std::uint64_t> length = digits_at(image, kLength);
@@ -286,9 +288,23 @@ void write_finished(const std::vector<FinishedRecord>& records) {
     }
 }
 
+/// Makes the files of a step anew where this archive gives them the length of its records.
+bool make_files_of(const std::vector<FinishedRecord>& records) {
+    for (const FinishedRecord& record : records) {
+        std::int16_t relative = -1;
+        static_cast<void>(DAMMIFILE(record.file, relative));
+        if (file_table.last_length != static_cast<double>(record.bytes.size())) {
+            return false;
+        }
+        RICREAFILE(record.file);
+    }
+    return true;
+}
+
 /// Brings the records to their files; false if the slot is another archive's.
-bool apply(const std::vector<FinishedRecord>& records) {
-    const bool fits = open_files_of(records) && fit_their_files(records);
+bool bring_to_files(const std::vector<FinishedRecord>& records, char state) {
+    const bool fits = state == kPendingAnew ? make_files_of(records)
+                                            : open_files_of(records) && fit_their_files(records);
     if (fits) {
         write_finished(records);
     }
@@ -342,6 +358,22 @@ void write_whole_record(double n, double record, std::string_view text) {
     step.commit();
 }
 
+void make_file_of_one_record(double n, std::string_view text) {
+    if (!recovery_slot.in_use || recovery_slot.step_open) {
+        RICREAFILE(n);
+        write_record(n, 1, text);
+        return;
+    }
+    begin_image();
+    add_to_step(n, 1, text);
+    complete_image(kPendingAnew);
+    fill_slot();
+    recovery_slot.unfinished = true;
+    RICREAFILE(n);
+    write_records();
+    mark_empty();
+}
+
 void add_to_step(double n, double record, std::string_view bytes) {
     std::string& image = recovery_slot.image;
     const std::size_t row = image.size();
@@ -392,7 +424,7 @@ std::vector<FinishedRecord> finish_killed_step() {
         return {};
     }
     const TaskOfSlot task(image);
-    if (!apply(records)) {
+    if (!bring_to_files(records, image[kState.offset])) {
         return {};
     }
     files().remove(slot_path());

@@ -7,12 +7,14 @@
 // state goes back to 0. The slot of a run that ended in order is taken away.
 //   offset  size  meaning
 //   0       8     "VELMORR1"
-//   8       1     state: 1 the step is to be finished, 0 there is nothing to finish
+//   8       1     state: 1 the step is to be finished, 2 the same after its file has been made
+//   anew,
+//                 0 there is nothing to finish
 //   9       2     task number of the run, as the names of the files may hold it
 //   11      5     records of the step, digits
 //   16      12    bytes of the step, this header included, digits
 //   28      4     blanks
-//   32      16    checksum of those bytes (state 1, this field blank), hexadecimal digits
+//   32      16    checksum of those bytes (state 1 or 2, this field blank), hexadecimal digits
 //   48            the records, one behind the other, each:
 //     0     3     logical file
 //     3     12    record number
@@ -77,6 +79,10 @@ class SlotStep {
 
 /// write_record as a step of its own.
 void write_whole_record(double n, double record, std::string_view text);
+
+/// RICREAFILE(n) and its first record as one step: a kill leaves the file as it was or, after the
+/// next start, with this record alone. Failures as RICREAFILE and SCRIVIREC.
+void make_file_of_one_record(double n, std::string_view text);
 
 /// A record that was in the slot of a killed run and now stands in its file.
 struct FinishedRecord {

@@ -80,6 +80,7 @@ void load_employee(double employee) {
     }
     area(Area::DIPX) = record_buffer(kEmployees);
     run_course.employee_record = employee;
+    run_course.employee_file = kEmployees;
 }
 
 /// An agency worker who left in an earlier month is paid no more (P054 = 2). The leaving date goes

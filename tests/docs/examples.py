@@ -10,7 +10,8 @@ In a directory of its own, which has the demo as ./demo.sh makes it and has calc
   ```ini        a registry: the run finds its archives by it
   ```           what a run, a slip or a command shows: each line stands in what was shown ("..." is
                 some lines left out); a line "$ COMMAND" is run, and the lines after it are its output
-  `nzutil ...`  in the text, with its arguments and no word to be replaced (DIR, CODICE): it ends well
+  `nzutil ...`  in the text, with its arguments: it ends well, unless one of them is a word that the
+                reader replaces (PLACEHOLDERS)
 """
 
 import os
@@ -23,8 +24,15 @@ from pathlib import Path
 ROOT = Path(__file__).resolve().parents[2]
 BLOCK = re.compile(r"^```(\w*)\n(.*?)^```$", re.M | re.S)
 SPAN = re.compile(r"`((?:build/)?nzutil (?:--\w+|\w+ [^`\n]+))`")
-PLACEHOLDER = re.compile(r"\b[A-Z]{3,}\b(?!\d)")
+PLACEHOLDERS = {"ANNO", "ARCHIVIO", "AREA", "CHIAVE", "CODE", "CODICE", "DIR", "FILE", "N",
+                "OCCORRENZA", "PAROLE", "RECORD", "TIPO", "VALORE", "WORDS"}
 SCENARIO_FILES = {"buono.yaml": "1733.31", "sbagliato.yaml": "1733,31"}
+
+
+def inline_commands(text):
+    """The commands in the text that stand there as they can be typed."""
+    return [command for command in SPAN.findall(BLOCK.sub("", text))
+            if PLACEHOLDERS.isdisjoint(re.findall(r"\w+", command))]
 
 
 class Examples:
@@ -104,9 +112,8 @@ class Examples:
         kinds = {"yaml": self.yaml, "sh": self.sh, "ini": self.ini, "": self.plain}
         for kind, body in BLOCK.findall(self.text):
             kinds[kind](body)
-        for command in SPAN.findall(BLOCK.sub("", self.text)):
-            if not PLACEHOLDER.search(command):
-                self.run(command)
+        for command in inline_commands(self.text):
+            self.run(command)
         return self.faults
 
 

@@ -5,6 +5,7 @@
 
 #include <sys/stat.h>
 
+#include "files/file_numbers.h"
 #include "platform/failure.h"
 #include "tests/support/child_process.h"
 #include "tests/support/demo_run.h"
@@ -12,6 +13,8 @@
 #include "texts/texts.h"
 
 namespace {
+
+using namespace MXLIBRERIA::file_numbers;
 
 namespace fs = std::filesystem;
 using platform::try_directory_lock;
@@ -280,7 +283,7 @@ TEST_F(ArchiveLock, CommandsThatWriteAreRefusedWhileARunGoesOn) {
         refused.command.insert(refused.command.end(), command.begin(), command.end());
         EXPECT_EQ(ChildProcess(refused).wait(), 1) << command.front();
     }
-    EXPECT_EQ(bytes(path(6)).substr(0, 9), "310520244");
+    EXPECT_EQ(bytes(path(kPeriod)).substr(0, 9), "310520244");
     expect_holder_is_told(holder.id());
     // Reading is no harm.
     ChildProcess::Start reading = start(archive());
@@ -291,7 +294,7 @@ TEST_F(ArchiveLock, CommandsThatWriteAreRefusedWhileARunGoesOn) {
     ChildProcess::Start accepted = start(archive());
     accepted.command = {NZUTIL_PROGRAM, "periodo", root(), "30062024", "4"};
     EXPECT_EQ(ChildProcess(accepted).wait(), 0);
-    EXPECT_EQ(bytes(path(6)).substr(0, 9), "300620244");
+    EXPECT_EQ(bytes(path(kPeriod)).substr(0, 9), "300620244");
     EXPECT_FALSE(fs::exists(lock_file()));
 }
 

@@ -41,8 +41,8 @@ const std::string kLastKey = key_of(2 * kOneBranch);
 class FilesUnderFaults : public ::testing::Test {
   protected:
     void SetUp() override {
-        archive_.define(2, "NZDIPEND.DAT", 20);
-        archive_.define(36, "NZINDEX.DAT", 2176);
+        archive_.define(kEmployees, "NZDIPEND.DAT", 20);
+        archive_.define(kBeforeImageIndex, "NZINDEX.DAT", 2176);
         archive_.write("NZDIPEND.DAT", records_);
     }
     void TearDown() override {

@@ -41,7 +41,7 @@ struct KilledOperation {
     std::size_t keys;  ///< even keys 2, 4, 6 ... in the index before
     std::size_t key;   ///< of the operation
     double operation;
-    std::uint64_t blocks;  ///< that the operation writes
+    std::uint64_t blocks;  ///< that the operation writes; a file that it removes counts too
 };
 
 void PrintTo(const KilledOperation& operation, std::ostream* out) {
@@ -51,7 +51,7 @@ void PrintTo(const KilledOperation& operation, std::ostream* out) {
 class IndexOfAKilledRun : public ::testing::TestWithParam<KilledOperation> {
   protected:
     void SetUp() override {
-        archive_.define(36, "NZINDEX.DAT", 2176);
+        archive_.define(kBeforeImageIndex, "NZINDEX.DAT", 2176);
         recovery_slot = {};
         ISAM(kBeforeImageIndex, "", kIsamEmpty, 0);
         for (std::size_t i = 1; i <= GetParam().keys; ++i) {
@@ -125,7 +125,29 @@ INSTANTIATE_TEST_SUITE_P(
                       KilledOperation{"split of leaf and branch", kOneBranch - 1, 2 * kOneBranch,
                                       kIsamInsert, 5},  // two new blocks and the path
                       KilledOperation{"removal", 100, 50, kIsamDelete, 1},
-                      KilledOperation{"last key", 1, 2, kIsamDelete, 3}));
+                      KilledOperation{"last key", 1, 2, kIsamDelete, 3},
+                      KilledOperation{"emptying", 100, 0, kIsamEmpty, 2}));
+
+class EmptiedIndex : public IndexOfAKilledRun {};
+
+/// Emptying removes the file before it makes it again: a kill in between leaves none.
+TEST_P(EmptiedIndex, IsMadeByTheNextStartWhereTheFileIsMissing) {
+    const std::string after = whole_operation();
+    killed_operation(2, 0);
+    std::filesystem::remove(archive_.file("NZINDEX.DAT"));
+    EXPECT_EQ(finish_killed_step().size(), 1U);
+    EXPECT_TRUE(archive_.read("NZINDEX.DAT") == after);
+}
+
+TEST_P(EmptiedIndex, IsLeftAloneWhereTheSlotIsAnotherArchives) {
+    killed_operation(2, 0);
+    archive_.define(kBeforeImageIndex, "NZINDEX.DAT", 2048);  // keys of nine characters
+    EXPECT_TRUE(finish_killed_step().empty());
+    EXPECT_TRUE(archive_.read("NZINDEX.DAT") == before_);
+}
+
+INSTANTIATE_TEST_SUITE_P(Operation, EmptiedIndex,
+                         ::testing::Values(KilledOperation{"emptying", 100, 0, kIsamEmpty, 2}));
 
 }  // namespace
 }  // namespace MXLIBRERIA

@@ -12,11 +12,9 @@
 
 #include "context/environment.h"
 #include "context/failure_handler.h"
-#include "context/period.h"
 #include "files/file_numbers.h"
 #include "files/logical_files.h"
 #include "files/recovery_slot.h"
-#include "formulas/named_access.h"
 #include "installation/demo.h"
 #include "installation/installation.h"
 #include "nzutil/index_check.h"
@@ -26,10 +24,9 @@
 #include "platform/window.h"
 #include "records/dictionary/DIPX.h"
 #include "records/fields.h"
-#include "run/load_environment.h"
 #include "run/main_run.h"
-#include "slip/slip.h"
 #include "tests/support/fault_file_system.h"
+#include "tests/support/run_in_process.h"
 #include "tests/support/temp_directory.h"
 #include "texts/texts.h"
 
@@ -61,28 +58,12 @@ class KilledRun : public ::testing::Test {
         platform::set_window(std::move(list));
     }
     void TearDown() override {
-        forget_run();
+        test_support::forget_run();
         ::unsetenv("SOLMAREL_REGISTRO");
     }
 
-    /// What is in memory goes with the process.
-    static void forget_run() {
-        platform::set_files(nullptr);
-        ModSWCALM::instance_lock = {};
-        MXLIBRERIA::recovery_slot = {};
-        MXLIBRERIA::CHIUDI(0);
-        MXLIBRERIA::file_table = {};
-        MXLIBRERIA::environment = {};
-        MXLIBRERIA::period = {};
-        ModSWCALM::run_tables = {};
-        ModSWCALM::company = {};
-        ModSWCALM::slip = {};
-        MXREPOSITORY::clear_areas();
-        MXREPOSITORY::repository = {};
-    }
-
     void restore() const {
-        forget_run();
+        test_support::forget_run();
         fs::remove_all(archive());
         fs::copy(directory.file("before"), archive());
     }
@@ -141,7 +122,7 @@ class KilledRun : public ::testing::Test {
         plan->after_change = [&] { add_versions(versions); };
         EXPECT_TRUE(run_ends());
         changes = plan->changes;
-        forget_run();
+        test_support::forget_run();
         add_versions(versions);
         return snapshot();
     }
@@ -152,7 +133,7 @@ class KilledRun : public ::testing::Test {
         plan->kill_at = change;
         plan->kill_keeps = keeps;
         ASSERT_FALSE(run_ends());
-        forget_run();
+        test_support::forget_run();
     }
 
     /// What a start does before it reads a file.
@@ -160,7 +141,7 @@ class KilledRun : public ::testing::Test {
         FaultFileSystem::install();
         MXLIBRERIA::environment.archive_directory = archive();
         static_cast<void>(MXLIBRERIA::finish_killed_step());
-        forget_run();
+        test_support::forget_run();
     }
 
     void expect_whole_records(const Versions& versions) const {
@@ -189,10 +170,10 @@ class KilledRun : public ::testing::Test {
                 start_again();
                 expect_whole_records(versions);
                 expect_sound_index();
-                forget_run();
+                test_support::forget_run();
                 FaultFileSystem::install();  // without faults, and without waiting for the disk
                 ASSERT_TRUE(run_ends());
-                forget_run();
+                test_support::forget_run();
                 ASSERT_EQ(differing(snapshot(), calculated), "");
             }
         }
@@ -210,13 +191,13 @@ TEST_F(KilledRun, StartedAgainGivesTheArchiveOfAnUnkilledOne) {
 
 TEST_F(KilledRun, InTheMonthThatFollowsACalculatedOne) {
     ASSERT_TRUE(run_ends());
-    forget_run();
+    test_support::forget_run();
     {
         Installation demo = Installation::open(directory.file("demo"));
         demo.write_period("30062024", '4');
         demo.close();
     }
-    forget_run();
+    test_support::forget_run();
     fs::remove_all(directory.file("before"));
     fs::copy(archive(), directory.file("before"));
     kill_at_every_write();
@@ -301,7 +282,7 @@ TEST_F(KilledRun, TheEmployeeFileIsHeldToTheDiskEvery200Employees) {
         demo.write_selection(std::vector<std::pair<int, int>>(401, {1, 3}));
         demo.close();
     }
-    forget_run();
+    test_support::forget_run();
     const auto plan = FaultFileSystem::install();
     ASSERT_TRUE(run_ends());
     // after 200, after 400, and at the end

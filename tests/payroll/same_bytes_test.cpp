@@ -13,24 +13,18 @@
 #include <utility>
 #include <vector>
 
-#include "context/environment.h"
-#include "context/period.h"
 #include "files/file_numbers.h"
 #include "files/logical_files.h"
 #include "formulas/named_access.h"
 #include "nzutil/run_output.h"
 #include "platform/code_page.h"
 #include "platform/disk_names.h"
-#include "platform/failure.h"
 #include "platform/silent_window.h"
-#include "platform/window.h"
 #include "records/dictionary/DITX.h"
 #include "records/dictionary/SETX.h"
 #include "records/fields.h"
-#include "run/load_environment.h"
-#include "run/main_run.h"
-#include "slip/slip.h"
 #include "tests/support/demo_run.h"
+#include "tests/support/run_in_process.h"
 
 namespace {
 
@@ -81,7 +75,7 @@ class SameBytes : public test_support::DemoRun {
                               std::filesystem::copy_options::recursive);
     }
     void TearDown() override {
-        forget_run();
+        test_support::forget_run();
         ::unsetenv("SOLMAREL_REGISTRO");
     }
 
@@ -94,20 +88,6 @@ class SameBytes : public test_support::DemoRun {
         std::string sector = *payroll.read(kSectors, 1);
         MXREPOSITORY::SCRIVICAMPONUM(MXREPOSITORY::S003, 8.84, 0, sector);
         payroll.write(kSectors, 2, sector);
-    }
-
-    /// What is in memory goes with the process.
-    static void forget_run() {
-        ModSWCALM::instance_lock = {};
-        MXLIBRERIA::CHIUDI(0);
-        MXLIBRERIA::file_table = {};
-        MXLIBRERIA::environment = {};
-        MXLIBRERIA::period = {};
-        ModSWCALM::run_tables = {};
-        ModSWCALM::company = {};
-        ModSWCALM::slip = {};
-        MXREPOSITORY::clear_areas();
-        MXREPOSITORY::repository = {};
     }
 
     void start_again() const {
@@ -186,21 +166,16 @@ TEST_F(SameBytes, WithEverythingForgottenBetweenTwoEmployees) {
     ::setenv("SOLMAREL_REGISTRO", (root() + "/registro.ini").c_str(), 1);
     const Outcome forgotten = pay_all([this](const PayRun& pay_run, Lines& lines) {
         installation().close();
-        forget_run();
+        test_support::forget_run();
         auto window = std::make_unique<ForgetfulWindow>(archive());
         const ForgetfulWindow& list = *window;
-        platform::set_window(std::move(window));
-        try {
-            ModSWCALM::MAIN();
-        } catch (const platform::EndOfProgram& end) {
-            EXPECT_EQ(end.status, 0);
-        }
+        EXPECT_EQ(test_support::run_here(std::move(window)), 0);
         Lines shown;
         for (const std::string& line : list.lines) {
             shown.push_back(platform::to_terminal(line));
         }
         add_lines(pay_run, shown, lines);
-        forget_run();
+        test_support::forget_run();
     });
     expect_same(forgotten, kept);
 }

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "files/file_numbers.h"
 #include "files/logical_files.h"
 #include "records/dictionary/FOTX.h"
 #include "records/fields.h"
@@ -16,6 +17,8 @@
 #include "tests/support/record_areas.h"
 
 namespace test_support {
+
+using namespace MXLIBRERIA::file_numbers;
 
 using FieldValues = std::vector<std::pair<MXREPOSITORY::Descriptor, double>>;
 
@@ -67,8 +70,8 @@ class SlipFiles {
         items_.resize(std::max(items_.size(), static_cast<std::size_t>(code) * kItemLength), ' ');
         items_.replace((static_cast<std::size_t>(code) - 1) * kItemLength, kItemLength, record);
         define(401, kItemLength);
-        archive_.write(name_of(401), items_);
-        MXLIBRERIA::FAIOPEN(401);
+        archive_.write(name_of(kPayItems), items_);
+        MXLIBRERIA::FAIOPEN(kPayItems);
     }
 
     /// A line as the operator's program prepares it: quantity with two decimals, rate with five.

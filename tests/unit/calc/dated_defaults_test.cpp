@@ -1,10 +1,13 @@
 #include "calc/dated_defaults.h"
 
+#include "files/file_numbers.h"
 #include "tests/support/logical_files.h"
 #include "tests/unit/calc/slip_test_base.h"
 
 namespace ModSWCALM {
 namespace {
+
+using namespace MXLIBRERIA::file_numbers;
 
 using namespace MXREPOSITORY;
 
@@ -17,9 +20,9 @@ struct BonusCase {
 class DatedDefaults : public SlipTest {
   protected:
     DatedDefaults() {
-        files.define(19, 3100);
-        files.put(19, 1, area(Area::FISX));
-        MXLIBRERIA::FAIOPEN(19);
+        files.define(kFixedData, 3100);
+        files.put(kFixedData, 1, area(Area::FISX));
+        MXLIBRERIA::FAIOPEN(kFixedData);
         scrivi(F433, 1);
         scrivi(F434, 1);
     }
@@ -69,14 +72,14 @@ TEST_F(DatedDefaults, GiveTheIndexOfDecember2015InTheSecondHalfOf2016Only) {
 TEST_F(DatedDefaults, RewriteTheRecordOnFile) {
     scrivi(F436, 960);
     apply_dated_defaults(202101);
-    EXPECT_EQ(LEGGICAMPONUM(F436, 0, files.get(19, 1)), 1200);
+    EXPECT_EQ(LEGGICAMPONUM(F436, 0, files.get(kFixedData, 1)), 1200);
 }
 
 TEST_F(DatedDefaults, WriteNothingWhereNothingChanges) {
     scrivi(F436, 1200);
-    const std::string before = files.get(19, 1);
+    const std::string before = files.get(kFixedData, 1);
     apply_dated_defaults(202405);
-    EXPECT_TRUE(files.get(19, 1) == before);
+    EXPECT_TRUE(files.get(kFixedData, 1) == before);
 }
 
 }  // namespace

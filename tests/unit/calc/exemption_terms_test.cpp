@@ -1,11 +1,14 @@
 #include "calc/exemption_terms.h"
 
+#include "files/file_numbers.h"
 #include "records/dictionary/FOTX.h"
 #include "tests/support/logical_files.h"
 #include "tests/unit/calc/slip_test_base.h"
 
 namespace ModSWCALM {
 namespace {
+
+using namespace MXLIBRERIA::file_numbers;
 
 using namespace MXREPOSITORY;
 
@@ -111,8 +114,8 @@ TEST_F(Exemption, MonthsAreNoneWithoutHiringDate) {
 class CapsOfItems : public SlipTest {
   protected:
     CapsOfItems() {
-        files.define(401, 1500);
-        MXLIBRERIA::FAIOPEN(401);
+        files.define(kPayItems, 1500);
+        MXLIBRERIA::FAIOPEN(kPayItems);
     }
     void item(std::size_t code, const std::string& token, int deleted = 0) const {
         std::string record = test_support::empty_record(Area::FOTX, 1500);
@@ -120,7 +123,7 @@ class CapsOfItems : public SlipTest {
         SCRIVICAMPO(Z049, value, 0, record);
         value = token;
         SCRIVICAMPO(Z051, value, 0, record);
-        files.put(401, code, record);
+        files.put(kPayItems, code, record);
     }
     test_support::LogicalFiles files;
 };

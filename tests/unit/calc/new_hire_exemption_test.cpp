@@ -1,11 +1,14 @@
 // The general exemption of new hires, code by code.
 
+#include "files/file_numbers.h"
 #include "records/dictionary/FOTX.h"
 #include "tests/support/logical_files.h"
 #include "tests/unit/calc/incentives_test_base.h"
 
 namespace ModSWCALM {
 namespace {
+
+using namespace MXLIBRERIA::file_numbers;
 
 using namespace MXREPOSITORY;
 
@@ -24,8 +27,8 @@ class NewHireExemption : public Incentives {
                                           {F456, 650.0}}) {
             scrivi(cap, amount);
         }
-        files.define(401, 1500);
-        MXLIBRERIA::FAIOPEN(401);
+        files.define(kPayItems, 1500);
+        MXLIBRERIA::FAIOPEN(kPayItems);
         set_lines({});
         scrivi(P013, "01092023");
         scrivi(P916, "L");
@@ -206,8 +209,8 @@ TEST_F(NewHireExemption, FormsThePartTimePercentOnlyWhereThereIsNone) {
 
 TEST_F(NewHireExemption, TakesTheHoursOfItem300First) {
     std::string record = test_support::empty_record(Area::FOTX, 1500);
-    files.put(401, 2, record);
-    files.put(401, 300, record);
+    files.put(kPayItems, 2, record);
+    files.put(kPayItems, 300, record);
     set_lines({line(2, 2600), line(300, 3000)});
     scrivi(P019, 1);
     scrivi(P020, 20);

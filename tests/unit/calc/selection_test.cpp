@@ -4,10 +4,13 @@
 
 #include <string>
 
+#include "files/file_numbers.h"
 #include "tests/support/logical_files.h"
 
 namespace ModSWCALM {
 namespace {
+
+using namespace MXLIBRERIA::file_numbers;
 
 constexpr const char* kEnd = "9999999999";
 
@@ -20,8 +23,8 @@ std::string entry(int company, int employee) {
 class SelectionTest : public ::testing::Test {
   protected:
     SelectionTest() {
-        files.define(5, 200);
-        MXLIBRERIA::FAIOPEN(5);
+        files.define(kSelection, 200);
+        MXLIBRERIA::FAIOPEN(kSelection);
     }
     test_support::LogicalFiles files;
 };
@@ -32,7 +35,7 @@ TEST_F(SelectionTest, AnEmptyFileHasNoEntry) {
 }
 
 TEST_F(SelectionTest, AnEntryNamesCompanyAndEmployeeRecord) {
-    files.put(5, 1, "123ABC4567" + std::string(kEnd));
+    files.put(kSelection, 1, "123ABC4567" + std::string(kEnd));
     Selection selection;
     const auto first = selection.next();
     ASSERT_TRUE(first);
@@ -42,12 +45,12 @@ TEST_F(SelectionTest, AnEntryNamesCompanyAndEmployeeRecord) {
 }
 
 TEST_F(SelectionTest, EndsAtTheMarkInTheMiddleOfARecord) {
-    files.put(5, 1, entry(1, 1) + entry(1, 2) + kEnd + entry(1, 3));
+    files.put(kSelection, 1, entry(1, 1) + entry(1, 2) + kEnd + entry(1, 3));
     EXPECT_EQ(Selection::count(), 2U);
 }
 
 TEST_F(SelectionTest, EndsAtTheMarkInTheFirstEntry) {
-    files.put(5, 1, kEnd + entry(1, 1));
+    files.put(kSelection, 1, kEnd + entry(1, 1));
     EXPECT_EQ(Selection::count(), 0U);
 }
 
@@ -56,8 +59,8 @@ TEST_F(SelectionTest, TwentyEntriesGoOnInTheNextRecord) {
     for (int i = 1; i <= 20; ++i) {
         full += entry(1, i);
     }
-    files.put(5, 1, full);
-    files.put(5, 2, entry(2, 21) + kEnd);
+    files.put(kSelection, 1, full);
+    files.put(kSelection, 2, entry(2, 21) + kEnd);
     Selection selection;
     for (int i = 1; i <= 20; ++i) {
         EXPECT_EQ(selection.next()->employee_record, i);
@@ -74,7 +77,7 @@ TEST_F(SelectionTest, AMissingNextRecordEndsIt) {
     for (int i = 1; i <= 20; ++i) {
         full += entry(1, i);
     }
-    files.put(5, 1, full);
+    files.put(kSelection, 1, full);
     EXPECT_EQ(Selection::count(), 20U);
 }
 

@@ -1,3 +1,4 @@
+#include "files/file_numbers.h"
 #include "slip/fixed_data.h"
 #include "slip/premium_ceiling.h"
 #include "tests/support/logical_files.h"
@@ -5,6 +6,8 @@
 
 namespace ModSWCALM {
 namespace {
+
+using namespace MXLIBRERIA::file_numbers;
 
 using namespace MXREPOSITORY;
 
@@ -59,19 +62,19 @@ TEST_F(CeilingLimit, StandsAsItIsWithRulesOneAndTwo) {
 class OpenSlip : public SlipTest {
   protected:
     OpenSlip() {
-        files.define(2, 16600);
-        files.define(8, 1400);
-        files.define(18, 20);
-        files.define(276, 20);
-        files.define(6, 20);
-        files.define(71, 6000);
+        files.define(kEmployees, 16600);
+        files.define(kSectors, 1400);
+        files.define(kTaxBrackets, 20);
+        files.define(kSeveranceBrackets, 20);
+        files.define(kPeriod, 20);
+        files.define(kContracts, 6000);
         for (const int n : {2, 8, 18, 276}) {
             MXLIBRERIA::FAIOPEN(n);
         }
-        files.put(6, 1, MXLIBRERIA::period.PERIODO);
-        files.put(18, 1, "028000.00230");
-        files.put(18, 2, "999999.99430");
-        files.put(276, 1, "999999.99230");
+        files.put(kPeriod, 1, MXLIBRERIA::period.PERIODO);
+        files.put(kTaxBrackets, 1, "028000.00230");
+        files.put(kTaxBrackets, 2, "999999.99430");
+        files.put(kSeveranceBrackets, 1, "999999.99230");
         scrivi(T067, 1);
         employee = test_support::empty_record(Area::DIPX, 16600);
         sector = test_support::empty_record(Area::SETX, 1400);
@@ -84,9 +87,9 @@ class OpenSlip : public SlipTest {
     }
     void open(const std::string& period_record = "310520244") {
         at(period_record);
-        files.put(6, 1, period_record);
-        files.put(2, 3, employee);
-        files.put(8, 1, sector);
+        files.put(kPeriod, 1, period_record);
+        files.put(kEmployees, 3, employee);
+        files.put(kSectors, 1, sector);
         open_slip(3);
     }
 

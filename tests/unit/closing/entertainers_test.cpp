@@ -8,6 +8,7 @@
 #include "context/period.h"
 #include "contributions/contributions.h"
 #include "contributions/pension_paid.h"
+#include "files/file_numbers.h"
 #include "records/dictionary/DIPX.h"
 #include "records/dictionary/DITX.h"
 #include "records/dictionary/FISX.h"
@@ -19,6 +20,8 @@
 #include "tests/unit/contributions/slip_fixture.h"
 
 namespace {
+
+using namespace MXLIBRERIA::file_numbers;
 
 using namespace MXREPOSITORY;
 using namespace ModSwCalm2;
@@ -32,7 +35,7 @@ class EntertainersTest : public test_support::SlipFixture {
     EntertainersTest() {
         closing = {};
         tax_state = {};
-        archive_.define(260, "GIORNATE.TXT", 80);
+        archive_.define(kDailyWages, "GIORNATE.TXT", 80);
         scrivi(P168, 2);
         scrivi(P094, 1);
         scrivi(P201, 26);

@@ -133,6 +133,7 @@ TEST_F(Failures, TheEmployeeUnderCalculationIsNamedWithTheCommandThatShowsHim) {
     MXREPOSITORY::scrivi(MXREPOSITORY::P003, "ELENA");
     environment.archive_directory = "/srv/paghe";
     run_course.employee_record = 5;
+    run_course.employee_file = 2;
     Failure failure(platform::kDivisionByZero);
     failure.advice = "fare questo.";
     EXPECT_EQ(failure_advice(failure),

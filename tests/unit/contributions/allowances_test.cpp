@@ -5,6 +5,7 @@
 #include <array>
 #include <string>
 
+#include "files/file_numbers.h"
 #include "files/logical_files.h"
 #include "platform/failure.h"
 #include "records/dictionary/DIPX.h"
@@ -18,6 +19,8 @@ using namespace ModSwCalm2;
 using ModSWCALM::run_tables;
 
 namespace {
+
+using namespace MXLIBRERIA::file_numbers;
 
 constexpr std::size_t kRecord = 64;
 
@@ -64,9 +67,9 @@ TEST_F(HouseholdTableTest, EachMemberHasAColumn) {
 
 TEST_F(HouseholdTableTest, TheFileIsClosedAfterEachUse) {
     EXPECT_EQ(ALTRIANF(3, 10000, '0'), 137.50);
-    EXPECT_EQ(MXLIBRERIA::file_table.entries[232].CANALI, 0);
+    EXPECT_EQ(MXLIBRERIA::file_table.entries[kFirstAllowanceTable].CANALI, 0);
     EXPECT_EQ(ALTRIANF(3, 99999, '0'), 0);
-    EXPECT_EQ(MXLIBRERIA::file_table.entries[232].CANALI, 0);
+    EXPECT_EQ(MXLIBRERIA::file_table.entries[kFirstAllowanceTable].CANALI, 0);
 }
 
 TEST_F(HouseholdTableTest, AStarredLimitStandsAbove100000) {

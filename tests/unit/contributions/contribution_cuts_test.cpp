@@ -6,6 +6,7 @@
 #include <cmath>
 #include <string>
 
+#include "files/file_numbers.h"
 #include "files/logical_files.h"
 #include "records/dictionary/DIPX.h"
 #include "records/dictionary/DITX.h"
@@ -20,6 +21,8 @@ using namespace ModSwCalm2;
 using ModSWCALM::slip;
 
 namespace {
+
+using namespace MXLIBRERIA::file_numbers;
 
 /// A worker with the pension item of 9.19 percent.
 class ContributionCutsTest : public test_support::SlipFixture {
@@ -243,9 +246,9 @@ TEST_F(ContributionCutsTest, TheCutOfAllPaymentsIsAtMostTheContributionDue) {
 class SlipLinesApartTest : public ContributionCutsTest {
   protected:
     SlipLinesApartTest() {
-        archive_.define(401, "VOCI.DAT", 1500);
+        archive_.define(kPayItems, "VOCI.DAT", 1500);
         write_items();
-        MXLIBRERIA::FAIOPEN(401);
+        MXLIBRERIA::FAIOPEN(kPayItems);
     }
 
     static std::string item(double social_class, const std::string& token) {

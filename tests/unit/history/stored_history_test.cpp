@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "files/file_numbers.h"
 #include "files/isam.h"
 #include "records/dictionary/DIPX.h"
 #include "records/fields.h"
@@ -13,6 +14,8 @@
 namespace ModElaboraStorico {
 namespace {
 
+using namespace MXLIBRERIA::file_numbers;
+
 using namespace MXREPOSITORY;
 
 constexpr std::size_t kRecord = 2500;
@@ -23,10 +26,10 @@ class History : public ::testing::Test {
   protected:
     History() : window(test_support::ScriptedWindow::install()) {
         test_support::fill_areas();
-        files.define(386, 80);
-        files.define(387, kRecord);
-        files.define(389, (20 + 7) * 128);
-        files.define(16, 2000);
+        files.define(kHistoryColumns, 80);
+        files.define(kHistory, kRecord);
+        files.define(kHistoryIndex, (20 + 7) * 128);
+        files.define(kSemaphore, 2000);
         MXLIBRERIA::ISAM(kIndex, "", MXLIBRERIA::kIsamEmpty, 0);
         scrivi(P001, "0010000001");
         scrivi(P002, "D'AMICO");
@@ -48,7 +51,7 @@ class History : public ::testing::Test {
     }
     void columns(const std::vector<std::string>& lines) {
         for (const std::string& line : lines) {
-            files.put(386, ++column_count_, line);
+            files.put(kHistoryColumns, ++column_count_, line);
         }
     }
     static void calculate() {
@@ -58,9 +61,9 @@ class History : public ::testing::Test {
     /// What stands under a key, and behind it; empty where there is none.
     [[nodiscard]] std::string stored(const std::string& key) const {
         const double number = MXLIBRERIA::ISAM(kIndex, key, MXLIBRERIA::kIsamSearch, 0);
-        return number < 1
-                   ? ""
-                   : rifila_destra(files.get(387, static_cast<std::size_t>(number)).substr(22));
+        return number < 1 ? ""
+                          : rifila_destra(
+                                files.get(kHistory, static_cast<std::size_t>(number)).substr(22));
     }
     [[nodiscard]] std::string definition() const { return stored(std::string(20, '0')); }
     [[nodiscard]] std::string row() const { return stored("0010000001          "); }
@@ -75,15 +78,15 @@ class History : public ::testing::Test {
 TEST_F(History, WithoutALayoutNothingIsKept) {
     PREPARAELABSTORICO();
     calculate();
-    EXPECT_EQ(files.get(387, 1), "");
+    EXPECT_EQ(files.get(kHistory, 1), "");
 }
 
 TEST_F(History, WithoutAnIndexNothingIsKept) {
     columns({column("V001", "CODICE", "", 'A')});
-    files.define(389, (20 + 7) * 128);
+    files.define(kHistoryIndex, (20 + 7) * 128);
     PREPARAELABSTORICO();
     calculate();
-    EXPECT_EQ(files.get(387, 1), "");
+    EXPECT_EQ(files.get(kHistory, 1), "");
 }
 
 TEST_F(History, DefinesAColumnForEachLineByItsType) {
@@ -109,8 +112,8 @@ TEST_F(History, KeepsTheEmployeesValues) {
     // The text in the length of its field, its apostrophe as it is.
     EXPECT_EQ(row(), "'0010000001', 'D'AMICO                       ', #03/15/18#, " + testo(P090) +
                          ", 00001908.75");
-    EXPECT_EQ(files.get(387, 2).substr(0, 22), "  0010000001          ");
-    EXPECT_EQ(files.get(387, 1).size(), kRecord);
+    EXPECT_EQ(files.get(kHistory, 2).substr(0, 22), "  0010000001          ");
+    EXPECT_EQ(files.get(kHistory, 1).size(), kRecord);
 }
 
 TEST_F(History, TheFourKeyColumnsNameTheEmployee) {
@@ -152,12 +155,13 @@ TEST_F(History, ABlankNumberIsWrittenWithZeros) {
 
 TEST_F(History, FindsFieldsInAnUnsortedLayout) {
     using test_support::dictionary_record;
-    files.define(11, 80);
-    files.put(11, 1, dictionary_record("P500", 31, 10, 'A'));
-    files.put(11, 2, dictionary_record("P003", 21, 5, 'A'));
-    files.put(11, 3, dictionary_record("PA01", 0, 5, 'A'));  // without an offset: no line
-    files.put(11, 4, dictionary_record("P240", 11, 7, '2'));
-    files.put(11, 5, dictionary_record("P002", 1, 3, 'A'));
+    files.define(kEmployeeFields, 80);
+    files.put(kEmployeeFields, 1, dictionary_record("P500", 31, 10, 'A'));
+    files.put(kEmployeeFields, 2, dictionary_record("P003", 21, 5, 'A'));
+    files.put(kEmployeeFields, 3,
+              dictionary_record("PA01", 0, 5, 'A'));  // without an offset: no line
+    files.put(kEmployeeFields, 4, dictionary_record("P240", 11, 7, '2'));
+    files.put(kEmployeeFields, 5, dictionary_record("P002", 1, 3, 'A'));
     columns({column("V005", "A", "P002", 'A')});
     PREPARAELABSTORICO();
     EXPECT_EQ(stored_history.fields.size(), 4U);
@@ -192,8 +196,8 @@ TEST_F(History, DamagedLinesNameNoColumn) {
 }
 
 TEST_F(History, AFieldBeyondTheRecordIsEmpty) {
-    files.define(11, 80);
-    files.put(11, 1, test_support::dictionary_record("P002", 99999, 30, 'A'));
+    files.define(kEmployeeFields, 80);
+    files.put(kEmployeeFields, 1, test_support::dictionary_record("P002", 99999, 30, 'A'));
     columns({column("V005", "A", "P002", 'A'), column("V006", "B", "P002", 'N')});
     PREPARAELABSTORICO();
     calculate();
@@ -207,11 +211,11 @@ TEST_F(History, TwoHundredAndTwentyThreeColumnsAreCutToTheRecord) {
     }
     PREPARAELABSTORICO();
     calculate();
-    EXPECT_EQ(files.get(387, 1).size(), kRecord);
+    EXPECT_EQ(files.get(kHistory, 1).size(), kRecord);
     EXPECT_EQ(definition().size(), kRecord - 22);
     EXPECT_EQ(definition(), table_definition().substr(0, kRecord - 22));
-    EXPECT_EQ(files.get(387, 2).substr(22), row_of_values().substr(0, kRecord - 22));
-    EXPECT_EQ(files.get(387, 3), "");
+    EXPECT_EQ(files.get(kHistory, 2).substr(22), row_of_values().substr(0, kRecord - 22));
+    EXPECT_EQ(files.get(kHistory, 3), "");
 }
 
 TEST_F(History, AnEmployeeHasOneRow) {
@@ -231,7 +235,7 @@ TEST_F(History, AnEmployeeHasOneRow) {
     calculate();
     EXPECT_EQ(row(), "00000003.00, " + testo(P090));
     EXPECT_EQ(definition(), "CREATE TABLE Tasd (V008IMPONIBILE DOUBLE, V009MENSILITA LONG)");
-    EXPECT_EQ(files.get(387, 4), "");
+    EXPECT_EQ(files.get(kHistory, 4), "");
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "files/file_numbers.h"
 #include "files/isam.h"
 #include "files/logical_files.h"
 #include "formulas/named_access.h"
@@ -15,6 +16,8 @@
 #include "tests/support/temp_directory.h"
 
 namespace {
+
+using namespace MXLIBRERIA::file_numbers;
 
 using nzutil::Installation;
 namespace fs = std::filesystem;
@@ -28,9 +31,9 @@ class InstallationTest : public ::testing::Test {
 TEST_F(InstallationTest, FileTableHasALineOf79BytesForEachOf600Numbers) {
     const Installation made = Installation::create(place);
     EXPECT_EQ(fs::file_size(made.archive_directory() + "/NZBASE.DAT"), 600U * 79U);
-    EXPECT_EQ(fs::path(made.path(2)).filename(), "DIPEND.DAT");
-    EXPECT_EQ(made.record_length(2), 16600);
-    EXPECT_EQ(made.record_length(36), (10 + 7) * 128);
+    EXPECT_EQ(fs::path(made.path(kEmployees)).filename(), "DIPEND.DAT");
+    EXPECT_EQ(made.record_length(kEmployees), 16600);
+    EXPECT_EQ(made.record_length(kBeforeImageIndex), (10 + 7) * 128);
 }
 
 TEST_F(InstallationTest, RecordLengthsHoldTheLastFieldOfTheirArea) {
@@ -98,8 +101,8 @@ TEST_F(InstallationTest, SelectionOfTwentyEntriesEndsInTheNextRecord) {
 TEST_F(InstallationTest, EmptyIndexTakesAKey) {
     const Installation made = Installation::create(place);
     ASSERT_EQ(made.record_count(nzutil::kBeforeImageIndex), 1);
-    EXPECT_EQ(MXLIBRERIA::ISAM(36, "0010000001", MXLIBRERIA::kIsamInsert, 5), 0);
-    EXPECT_EQ(MXLIBRERIA::ISAM(36, "0010000001", MXLIBRERIA::kIsamSearch, 0), 5);
+    EXPECT_EQ(MXLIBRERIA::ISAM(kBeforeImageIndex, "0010000001", MXLIBRERIA::kIsamInsert, 5), 0);
+    EXPECT_EQ(MXLIBRERIA::ISAM(kBeforeImageIndex, "0010000001", MXLIBRERIA::kIsamSearch, 0), 5);
 }
 
 TEST_F(InstallationTest, CopyNamesItselfInItsRegistry) {

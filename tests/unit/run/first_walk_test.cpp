@@ -4,6 +4,7 @@
 
 #include "context/period.h"
 #include "context/trace.h"
+#include "files/file_numbers.h"
 #include "platform/failure.h"
 #include "records/dictionary/CUDX.h"
 #include "slip/slip.h"
@@ -11,6 +12,8 @@
 #include "tests/unit/run/payroll_files.h"
 
 namespace {
+
+using namespace MXLIBRERIA::file_numbers;
 
 using namespace MXLIBRERIA;
 using namespace MXREPOSITORY;
@@ -42,7 +45,7 @@ class FirstWalk : public ::testing::Test {
             for (std::size_t j = i; j < std::min(entries.size(), i + kEntriesOfRecord); ++j) {
                 record += entries[j];
             }
-            installation.put(5, i / kEntriesOfRecord + 1, record);
+            installation.put(kSelection, i / kEntriesOfRecord + 1, record);
         }
     }
 
@@ -57,9 +60,9 @@ class FirstWalk : public ::testing::Test {
 
     /// What the index of before-images knows of an employee.
     [[nodiscard]] static double before_image_number(const std::string& key) {
-        FAIOPEN(36);
-        const double number = ISAM(36, key, kIsamSearch, 0);
-        CHIUDI(36);
+        FAIOPEN(kBeforeImageIndex);
+        const double number = ISAM(kBeforeImageIndex, key, kIsamSearch, 0);
+        CHIUDI(kBeforeImageIndex);
         return number;
     }
 
@@ -78,10 +81,10 @@ const std::string kAlreadyLine =
 
 TEST_F(FirstWalk, EndMarkInTheFirstEntryTouchesNobody) {
     select({kEnd});
-    const std::string before = installation.get(2, 1);
+    const std::string before = installation.get(kEmployees, 1);
     walk(kMay);
-    EXPECT_EQ(installation.get(2, 1), before);
-    EXPECT_EQ(records(installation, 35), 0U);
+    EXPECT_EQ(installation.get(kEmployees, 1), before);
+    EXPECT_EQ(records(installation, kBeforeImages), 0U);
     EXPECT_TRUE(window.lines.empty());
 }
 
@@ -106,16 +109,16 @@ TEST_F(FirstWalk, EndOfFileEndsASelectionWithoutMark) {
 
 TEST_F(FirstWalk, MissingCompanyIsShownAndPassedOver) {
     select({entry("007", "0001"), entry("001", "0002"), kEnd});
-    const std::string first = installation.get(2, 1);
+    const std::string first = installation.get(kEmployees, 1);
     window.expect_box("MANCA DITTA 7");
     walk(kMay);
-    EXPECT_EQ(installation.get(2, 1), first);
+    EXPECT_EQ(installation.get(kEmployees, 1), first);
     EXPECT_EQ(before_image_number("0010010001"), -1);
     EXPECT_EQ(before_image_number("0010010002"), 1);
 }
 
 TEST_F(FirstWalk, DeletedCompanyCountsAsMissingForEachOfItsEntries) {
-    installation.put(1, 2, company(2).set(T261, 99).text());
+    installation.put(kCompanies, 2, company(2).set(T261, 99).text());
     select({entry("001", "0001"), entry("002", "0002"), entry("002", "0002"), entry("001", "0001"),
             kEnd});
     window.expect_box("MANCA DITTA 2");
@@ -134,7 +137,7 @@ TEST_F(FirstWalk, EntryWithoutEmployeeIsAFailureAndLeavesTheFileAlone) {
         EXPECT_EQ(failure.number(), 63);
         EXPECT_EQ(failure.culprit, "2-3");
     }
-    EXPECT_EQ(records(installation, 2), 2U);
+    EXPECT_EQ(records(installation, kEmployees), 2U);
 }
 
 // ---- Skip test ----
@@ -151,16 +154,16 @@ class SkipTest : public FirstWalk, public ::testing::WithParamInterface<SkipCase
 
 TEST_P(SkipTest, ComparesTheMonthWithTheLastCalculated) {
     const SkipCase& c = GetParam();
-    installation.put(2, 1,
+    installation.put(kEmployees, 1,
                      employee(1).set(Q171, c.Q171).set(Q172, c.Q172).set(P116, c.P116).text());
-    const std::string before = installation.get(2, 1);
+    const std::string before = installation.get(kEmployees, 1);
     walk(c.period);
     EXPECT_EQ(ModSWCALM::ABORTODIP, c.skipped ? -1 : 0);
     EXPECT_EQ(window.lines,
               c.skipped ? std::vector<std::string>{kAlreadyLine} : std::vector<std::string>{});
-    EXPECT_EQ(records(installation, 35), c.skipped ? 0U : 1U);
+    EXPECT_EQ(records(installation, kBeforeImages), c.skipped ? 0U : 1U);
     if (c.skipped) {
-        EXPECT_EQ(installation.get(2, 1), before);
+        EXPECT_EQ(installation.get(kEmployees, 1), before);
     }
 }
 
@@ -178,7 +181,7 @@ INSTANTIATE_TEST_SUITE_P(
                       SkipCase{kMay, 4, 1, 0, false}));
 
 TEST_F(FirstWalk, SkippedEmployeeIsShownByKind) {
-    installation.put(2, 1, employee(1).set(Q171, 5).set(P768, 2).text());
+    installation.put(kEmployees, 1, employee(1).set(Q171, 5).set(P768, 2).text());
     walk(kMay);
     ASSERT_EQ(window.lines.size(), 1U);
     EXPECT_TRUE(window.lines[0].ends_with(
@@ -189,9 +192,9 @@ TEST_F(FirstWalk, SkippedEmployeeIsShownByKind) {
 
 TEST_F(FirstWalk, AgencyWorkerWhoLeftEarlierIsMarked) {
     const auto mark = [this](const std::string& leaving, double kind) {
-        installation.put(2, 1, employee(1).set(P768, kind).set(P017, leaving).text());
+        installation.put(kEmployees, 1, employee(1).set(P768, kind).set(P017, leaving).text());
         walk(kMay);
-        return value_of(P054, installation.get(2, 1));
+        return value_of(P054, installation.get(kEmployees, 1));
     };
     EXPECT_EQ(mark("15042024", 1), 2);
     EXPECT_EQ(mark("15052024", 1), 0);
@@ -202,40 +205,40 @@ TEST_F(FirstWalk, AgencyWorkerWhoLeftEarlierIsMarked) {
 }
 
 TEST_F(FirstWalk, CollaboratorWithoutMonthlyPaymentsTakesTwelve) {
-    installation.put(2, 1, employee(1).set(P447, 1).text());
-    installation.put(2, 2, employee(2).set(P447, 1).set(P090, 14).text());
+    installation.put(kEmployees, 1, employee(1).set(P447, 1).text());
+    installation.put(kEmployees, 2, employee(2).set(P447, 1).set(P090, 14).text());
     select({entry("001", "0001"), entry("001", "0002"), kEnd});
     walk(kMay);
-    EXPECT_EQ(value_of(P090, installation.get(2, 1)), 12);
-    EXPECT_EQ(value_of(P090, installation.get(2, 2)), 14);
+    EXPECT_EQ(value_of(P090, installation.get(kEmployees, 1)), 12);
+    EXPECT_EQ(value_of(P090, installation.get(kEmployees, 2)), 14);
     // The mark is set before the image is taken.
-    EXPECT_EQ(value_of(P090, installation.get(35, 1)), 12);
+    EXPECT_EQ(value_of(P090, installation.get(kBeforeImages, 1)), 12);
 }
 
 TEST_F(FirstWalk, MonthlyPaymentsOfTheFund) {
     walk(kMay);
     EXPECT_EQ(ModSWCALM::slip.severance_divisor, 13.5);
-    installation.put(2, 1, employee(1).set(P467, 14).text());
+    installation.put(kEmployees, 1, employee(1).set(P467, 14).text());
     walk(kMay);
     EXPECT_EQ(ModSWCALM::slip.severance_divisor, 14);
 }
 
 TEST_F(FirstWalk, SectorValueIsReducedForSomeEmployees) {
-    installation.put(8, 1, Record(Area::SETX, kSectorLength).set(S004, 0.30).text());
+    installation.put(kSectors, 1, Record(Area::SETX, kSectorLength).set(S004, 0.30).text());
     walk(kMay);
     const double whole = ModSWCALM::slip.sector_rate;
-    installation.put(2, 1, employee(1).set(P045, 4).set(P188, 1).text());
+    installation.put(kEmployees, 1, employee(1).set(P045, 4).set(P188, 1).text());
     walk(kMay);
     EXPECT_EQ(ModSWCALM::slip.sector_rate, whole - 50);
-    installation.put(2, 1, employee(1).set(P045, 3).set(P188, 1).text());
+    installation.put(kEmployees, 1, employee(1).set(P045, 3).set(P188, 1).text());
     walk(kMay);
     EXPECT_EQ(ModSWCALM::slip.sector_rate, whole);
 }
 
 TEST_F(FirstWalk, CompanyWithoutSectorHasNoRateOfTheCompanyBefore) {
-    installation.put(8, 1, Record(Area::SETX, kSectorLength).set(S004, 0.30).text());
-    installation.put(1, 2, company(2).set(T067, 0).text());
-    installation.put(1, 3, company(3).set(T067, 9).text());  // no such sector
+    installation.put(kSectors, 1, Record(Area::SETX, kSectorLength).set(S004, 0.30).text());
+    installation.put(kCompanies, 2, company(2).set(T067, 0).text());
+    installation.put(kCompanies, 3, company(3).set(T067, 9).text());  // no such sector
     for (const char* other : {"002", "003"}) {
         select({entry("001", "0001"), entry(other, "0002"), kEnd});
         walk(kMay);
@@ -258,9 +261,9 @@ TEST_F(FirstWalk, MonthIsClearedInAllRowsButTheLastTwo) {
     for (const Descriptor& row : all_rows) {
         months.set(row, 4, 4).set(row, 5, 5).set(row, 6, 6);
     }
-    installation.put(97, 1, months.text());
+    installation.put(kTwelveMonths, 1, months.text());
     walk(kMay);
-    const std::string after = installation.get(97, 1);
+    const std::string after = installation.get(kTwelveMonths, 1);
     for (const Descriptor& row : all_rows) {
         const bool kept = row == J779 || row == J791;
         EXPECT_EQ(value_of(row, after, 4), 4) << row.text();
@@ -271,47 +274,47 @@ TEST_F(FirstWalk, MonthIsClearedInAllRowsButTheLastTwo) {
 }
 
 TEST_F(FirstWalk, EmployeeWithoutMonthsTableIsPreparedAllTheSame) {
-    installation.put(2, 3, employee(3).text());
+    installation.put(kEmployees, 3, employee(3).text());
     select({entry("001", "0003"), kEnd});
     walk(kMay);
     EXPECT_EQ(before_image_number("0010010003"), 1);
-    EXPECT_EQ(records(installation, 97), 2U);
+    EXPECT_EQ(records(installation, kTwelveMonths), 2U);
 }
 
 TEST_F(FirstWalk, JanuaryStartsTheYearsSumsAgain) {
     Record record = employee(1);
     record.set(Q171, 12).set(Q641, 10).set(Q657, 11).set(Q276, 1).set(Q277, 2).set(Q658, 3);
     record.set(Q668, 4).set(Q669, 5).set(Q670, 6).set(Q314, 7);
-    installation.put(2, 1, record.text());
+    installation.put(kEmployees, 1, record.text());
     walk(kJanuary);
-    const std::string after = installation.get(2, 1);
+    const std::string after = installation.get(kEmployees, 1);
     for (const Descriptor& field : {Q641, Q657, Q276, Q277, Q658, Q668, Q670, Q314}) {
         EXPECT_EQ(value_of(field, after), 0) << field.text();
     }
     EXPECT_EQ(value_of(Q669, after), 5);
-    EXPECT_EQ(installation.get(35, 1), record.text());  // the record as it stood before
+    EXPECT_EQ(installation.get(kBeforeImages, 1), record.text());  // the record as it stood before
 }
 
 TEST_F(FirstWalk, OtherMonthsKeepTheYearsSums) {
-    installation.put(2, 1, employee(1).set(Q641, 10).set(Q276, 1).set(Q314, 7).text());
+    installation.put(kEmployees, 1, employee(1).set(Q641, 10).set(Q276, 1).set(Q314, 7).text());
     walk(kFebruary);
-    const std::string after = installation.get(2, 1);
+    const std::string after = installation.get(kEmployees, 1);
     EXPECT_EQ(value_of(Q641, after), 10);
     EXPECT_EQ(value_of(Q276, after), 1);
     EXPECT_EQ(value_of(Q314, after), 7);
 }
 
 TEST_F(FirstWalk, JanuaryEmptiesTheCertificateUnlessRepeatedOrExcluded) {
-    FAIOPEN(356);
-    ISAM(356, "0010010001", kIsamInsert, 1);
+    FAIOPEN(kCertificateIndex);
+    ISAM(kCertificateIndex, "0010010001", kIsamInsert, 1);
     CHIUDI(0);
     const auto emptied = [this](Record record, const char* period_record) {
         const double before = 1000;
         Record certificate(Area::CUDX, run_tests::kCertificateLength);
-        installation.put(354, 1, certificate.set(X050, before).text());
-        installation.put(2, 1, record.text());
+        installation.put(kCertificates, 1, certificate.set(X050, before).text());
+        installation.put(kEmployees, 1, record.text());
         walk(period_record);
-        return value_of(X050, installation.get(354, 1)) != before;
+        return value_of(X050, installation.get(kCertificates, 1)) != before;
     };
     const auto of_december = [] { return employee(1).set(Q171, 12); };
     EXPECT_TRUE(emptied(of_december(), kJanuary));
@@ -329,34 +332,35 @@ TEST_F(FirstWalk, JanuaryEmptiesTheCertificateUnlessRepeatedOrExcluded) {
 TEST_F(FirstWalk, EachEmployeeHasOneBeforeImageOfTheLatestRun) {
     select({entry("001", "0001"), entry("001", "0002"), entry("001", "0001"), kEnd});
     walk(kMay);
-    EXPECT_EQ(records(installation, 35), 2U);
+    EXPECT_EQ(records(installation, kBeforeImages), 2U);
     EXPECT_EQ(before_image_number("0010010001"), 1);
     EXPECT_EQ(before_image_number("0010010002"), 2);
     const std::string later = employee(1).set(P002, "VERDI").set(Q171, 5).text();
-    installation.put(2, 1, later);
+    installation.put(kEmployees, 1, later);
     walk("300620244");
-    EXPECT_EQ(records(installation, 35), 2U);
-    EXPECT_EQ(installation.get(35, 1), later);
+    EXPECT_EQ(records(installation, kBeforeImages), 2U);
+    EXPECT_EQ(installation.get(kBeforeImages, 1), later);
 }
 
 TEST_F(FirstWalk, RefusedIndexOperationWritesNoBeforeImage) {
-    installation.define(36, (kKeyWidth + 7) * 128);
+    installation.define(kBeforeImageIndex, (kKeyWidth + 7) * 128);
     window.expect_box("ERRORE ISAM - FILE VUOTO 36");
-    installation.put(2, 1, employee(1).set(P447, 1).text());
+    installation.put(kEmployees, 1, employee(1).set(P447, 1).text());
     walk(kMay);
-    EXPECT_EQ(records(installation, 35), 0U);
-    EXPECT_EQ(value_of(P090, installation.get(2, 1)), 12);  // the employee is prepared all the same
+    EXPECT_EQ(records(installation, kBeforeImages), 0U);
+    EXPECT_EQ(value_of(P090, installation.get(kEmployees, 1)),
+              12);  // the employee is prepared all the same
 }
 
 // ---- Fund deduction ----
 
 TEST_F(FirstWalk, DeductionIsEmptiedOnRequest) {
-    installation.put(2, 1, employee(1).set(P281, 1).set(P268, 99.5).text());
-    installation.put(2, 2, employee(2).set(P268, 99.5).text());
+    installation.put(kEmployees, 1, employee(1).set(P281, 1).set(P268, 99.5).text());
+    installation.put(kEmployees, 2, employee(2).set(P268, 99.5).text());
     select({entry("001", "0001"), entry("001", "0002"), kEnd});
     walk(kMay);
-    EXPECT_EQ(value_of(P268, installation.get(2, 1)), 0);
-    EXPECT_EQ(value_of(P268, installation.get(2, 2)), 99.5);
+    EXPECT_EQ(value_of(P268, installation.get(kEmployees, 1)), 0);
+    EXPECT_EQ(value_of(P268, installation.get(kEmployees, 2)), 99.5);
 }
 
 TEST(FundPeriods, StartByFrequency) {

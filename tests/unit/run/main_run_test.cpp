@@ -7,6 +7,7 @@
 
 #include "context/period.h"
 #include "context/trace.h"
+#include "files/file_numbers.h"
 #include "history/quadri.h"
 #include "history/slip_images.h"
 #include "platform/failure.h"
@@ -21,6 +22,8 @@
 #include "texts/texts.h"
 
 namespace {
+
+using namespace MXLIBRERIA::file_numbers;
 
 using namespace MXLIBRERIA;
 using namespace MXREPOSITORY;
@@ -56,23 +59,23 @@ class StartUp : public ::testing::Test {
   protected:
     void SetUp() override {
         define_payroll(installation);
-        installation.define(18, 100);
-        installation.define(19, kYearlyLength);
-        installation.define(55, 100);
-        installation.define(278, 100);
-        installation.define(276, 100);
-        installation.define(354, 6100);
-        installation.define(356, (kKeyWidth + 7) * 128);
-        installation.define(395, 100);
-        installation.define(401, 1500);
-        installation.define(430, 100);
+        installation.define(kTaxBrackets, 100);
+        installation.define(kFixedData, kYearlyLength);
+        installation.define(kInstallation, 100);
+        installation.define(kYearTables, 100);
+        installation.define(kSeveranceBrackets, 100);
+        installation.define(kCertificates, 6100);
+        installation.define(kCertificateIndex, (kKeyWidth + 7) * 128);
+        installation.define(kUser, 100);
+        installation.define(kPayItems, 1500);
+        installation.define(kRegions, 100);
         set_yearly(Record(Area::FISX, kYearlyLength));
-        installation.put(18, 1, "999999.99230");
-        installation.put(401, 1, Record(Area::FOTX, 1500).text());
-        installation.put(55, 1, std::string(34, 'x') + "001234");
-        installation.put(395, 1, a_sinistra("Studio Perci\xF2 & Figli", 30) + "90000000066");
+        installation.put(kTaxBrackets, 1, "999999.99230");
+        installation.put(kPayItems, 1, Record(Area::FOTX, 1500).text());
+        installation.put(kInstallation, 1, std::string(34, 'x') + "001234");
+        installation.put(kUser, 1, a_sinistra("Studio Perci\xF2 & Figli", 30) + "90000000066");
         set_period("310520244");
-        installation.put(5, 1, entry("001", "0001") + kEnd);
+        installation.put(kSelection, 1, entry("001", "0001") + kEnd);
         registry.archives = installation.directory().path();
         registry.programs = registry.archives;
         platform::set_registry(&registry);
@@ -95,8 +98,8 @@ class StartUp : public ::testing::Test {
         unsetenv("PRIMULAX");
     }
 
-    void set_yearly(const Record& record) { installation.put(19, 1, record.text()); }
-    void set_period(const std::string& record) { installation.put(6, 1, record); }
+    void set_yearly(const Record& record) { installation.put(kFixedData, 1, record.text()); }
+    void set_period(const std::string& record) { installation.put(kPeriod, 1, record); }
 
     Ending run() {
         Ending ending;
@@ -118,7 +121,7 @@ class StartUp : public ::testing::Test {
     }
 
     [[nodiscard]] double yearly(const Descriptor& field) const {
-        return value_of(field, installation.get(19, 1));
+        return value_of(field, installation.get(kFixedData, 1));
     }
 
     ScriptedWindow& window = ScriptedWindow::install();
@@ -209,7 +212,7 @@ TEST_F(StartUp, RegionalTableKeepsFiftyLines) {
     for (int i = 1; i <= 52; ++i) {
         lines += "riga " + std::to_string(i) + "\r\n";
     }
-    installation.directory().write(name_of(430), lines);
+    installation.directory().write(name_of(kRegions), lines);
     run_to_walk();
     EXPECT_EQ(ModSWCALM::run_tables.PARAMETRI[1], "riga 1");
     EXPECT_EQ(ModSWCALM::run_tables.PARAMETRI[50], "riga 50");
@@ -217,7 +220,7 @@ TEST_F(StartUp, RegionalTableKeepsFiftyLines) {
 }
 
 TEST_F(StartUp, ShortRegionalTableLeavesTheRestEmpty) {
-    installation.directory().write(name_of(430), "03 uno\n\n05 tre");
+    installation.directory().write(name_of(kRegions), "03 uno\n\n05 tre");
     ModSWCALM::run_tables.PARAMETRI.fill("di prima");
     run_to_walk();
     EXPECT_EQ(ModSWCALM::run_tables.PARAMETRI[1], "03 uno");
@@ -249,7 +252,7 @@ TEST_F(StartUp, AdditionalRunAndMonthlyArchiveAreAnnounced) {
 }
 
 TEST_F(StartUp, NoPeriodRecordEndsTheRunWithoutAMessage) {
-    installation.directory().write(name_of(6), "");
+    installation.directory().write(name_of(kPeriod), "");
     set_yearly(Record(Area::FISX, kYearlyLength).set(F403, 123));
     EXPECT_EQ(run().status, 0);
     EXPECT_EQ(window.text(Control::Label3, 1), "Non trovato");
@@ -278,9 +281,9 @@ TEST_F(StartUp, ChildDeductionsFollowTheYear) {
 }
 
 TEST_F(StartUp, MissingYearlyTableIsAFailureBeforeAnybodyIsTouched) {
-    installation.directory().write(name_of(19), "");
+    installation.directory().write(name_of(kFixedData), "");
     EXPECT_EQ(run().failure, 62);
-    EXPECT_EQ(installation.directory().read(name_of(19)), "");
+    EXPECT_EQ(installation.directory().read(name_of(kFixedData)), "");
 }
 
 struct RevaluationCase {
@@ -314,11 +317,11 @@ INSTANTIATE_TEST_SUITE_P(Periods, Revaluation,
 
 TEST_F(StartUp, MarchWithoutTheAdvanceAnsweredNoTouchesNobody) {
     set_period("310320244");
-    installation.put(5, 1, entry("001", "0001") + kEnd);
-    const std::string before = installation.get(2, 1);
+    installation.put(kSelection, 1, entry("001", "0001") + kEnd);
+    const std::string before = installation.get(kEmployees, 1);
     window.expect_question("ACCONTO ADDIZIONALE COMUNALE 2024'", false);
     EXPECT_EQ(run().status, 0);
-    EXPECT_EQ(installation.get(2, 1), before);
+    EXPECT_EQ(installation.get(kEmployees, 1), before);
     ASSERT_EQ(window.boxes.size(), 1U);
     EXPECT_EQ(window.boxes[0].title, "Controllo calcolo acconto comunale 2024");
     EXPECT_EQ(window.boxes[0].icon, platform::Icon::information);
@@ -387,7 +390,7 @@ TEST_F(StartUp, ControlListsStartEmpty) {
 }
 
 TEST_F(StartUp, MissingLogicalFileIsAFailure) {
-    std::filesystem::remove(installation.directory().file(name_of(401)));
+    std::filesystem::remove(installation.directory().file(name_of(kPayItems)));
     EXPECT_EQ(run().failure, 53);
 }
 

@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "files/file_numbers.h"
 #include "files/isam.h"
 #include "files/logical_files.h"
 #include "records/dictionary/DICX.h"
@@ -14,6 +15,8 @@
 #include "tests/support/record_areas.h"
 
 namespace run_tests {
+
+using namespace MXLIBRERIA::file_numbers;
 
 inline constexpr std::size_t kCompanyLength = 6600;
 inline constexpr std::size_t kEmployeeLength = 16600;
@@ -90,23 +93,23 @@ inline const std::string kEnd = "9999999999";
 /// certificates.
 inline void define_payroll(LogicalFiles& installation) {
     using MXREPOSITORY::Area;
-    installation.define(1, kCompanyLength);
-    installation.define(2, kEmployeeLength);
-    installation.define(5, 200);
-    installation.define(6, 20);
-    installation.define(8, kSectorLength);
-    installation.define(16, 2000);
-    installation.define(35, kEmployeeLength);
-    installation.define(36, (kKeyWidth + 7) * 128);
-    installation.define(97, kMonthsLength);
-    installation.define(354, kCertificateLength);
-    installation.define(356, (kKeyWidth + 7) * 128);
-    installation.put(1, 1, company(1).text());
-    installation.put(2, 1, employee(1).text());
-    installation.put(2, 2, employee(2).text());
-    installation.put(8, 1, Record(Area::SETX, kSectorLength).text());
-    installation.put(97, 1, Record(Area::DICX, kMonthsLength).text());
-    installation.put(97, 2, Record(Area::DICX, kMonthsLength).text());
+    installation.define(kCompanies, kCompanyLength);
+    installation.define(kEmployees, kEmployeeLength);
+    installation.define(kSelection, 200);
+    installation.define(kPeriod, 20);
+    installation.define(kSectors, kSectorLength);
+    installation.define(kSemaphore, 2000);
+    installation.define(kBeforeImages, kEmployeeLength);
+    installation.define(kBeforeImageIndex, (kKeyWidth + 7) * 128);
+    installation.define(kTwelveMonths, kMonthsLength);
+    installation.define(kCertificates, kCertificateLength);
+    installation.define(kCertificateIndex, (kKeyWidth + 7) * 128);
+    installation.put(kCompanies, 1, company(1).text());
+    installation.put(kEmployees, 1, employee(1).text());
+    installation.put(kEmployees, 2, employee(2).text());
+    installation.put(kSectors, 1, Record(Area::SETX, kSectorLength).text());
+    installation.put(kTwelveMonths, 1, Record(Area::DICX, kMonthsLength).text());
+    installation.put(kTwelveMonths, 2, Record(Area::DICX, kMonthsLength).text());
     for (const int index : {36, 356}) {
         MXLIBRERIA::FAIOPEN(index);
         static_cast<void>(MXLIBRERIA::ISAM(index, "", MXLIBRERIA::kIsamEmpty, 0));

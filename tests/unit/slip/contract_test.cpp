@@ -2,11 +2,14 @@
 
 #include "slip/contract.h"
 
+#include "files/file_numbers.h"
 #include "records/dictionary/CONX.h"
 #include "slip_fixture.h"
 
 namespace slip_tests {
 namespace {
+
+using namespace MXLIBRERIA::file_numbers;
 
 class Contract : public SlipTest {
   protected:
@@ -61,7 +64,7 @@ TEST_F(Contract, NoContractChangesNothing) {
     write(G022, 1500);
     apply();
     EXPECT_DOUBLE_EQ(employee(P058), 1000);
-    EXPECT_EQ(MXLIBRERIA::file_table.entries[71].CANALI, 0);
+    EXPECT_EQ(MXLIBRERIA::file_table.entries[kContracts].CANALI, 0);
 }
 
 TEST_F(Contract, AMissingContractIsToldAndTheEmployeesPayStays) {
@@ -72,7 +75,7 @@ TEST_F(Contract, AMissingContractIsToldAndTheEmployeesPayStays) {
     window_.verify();
     EXPECT_EQ(window_.boxes.at(0).title, "MESSAGGIO DI ERRORE");
     EXPECT_DOUBLE_EQ(employee(P058), 1000);
-    EXPECT_EQ(MXLIBRERIA::file_table.entries[71].CANALI, 0);
+    EXPECT_EQ(MXLIBRERIA::file_table.entries[kContracts].CANALI, 0);
 }
 
 TEST_F(Contract, ADeletedContractIsToldAndTheEmployeesPayStays) {
@@ -153,18 +156,18 @@ TEST_F(Contract, TheContractOnFileStaysAsItIs) {
     write(G019, 30);
     scrivi(P333, 50);
     apply();
-    EXPECT_EQ(archive_.read(name_of(71)), contract_);
+    EXPECT_EQ(archive_.read(name_of(kContracts)), contract_);
 }
 
 TEST_F(Contract, ThePeriodIsReadWhereTheFileIsNotOpen) {
-    MXLIBRERIA::CHIUDI(6);
+    MXLIBRERIA::CHIUDI(kPeriod);
     MXLIBRERIA::period.set("010120204");  // not that of the file
     write(G022, 1500);
     write_text(G003, "31052024");
     write(G019, 30);
     apply();
     EXPECT_DOUBLE_EQ(employee(P058), 1530);
-    EXPECT_EQ(MXLIBRERIA::file_table.entries[6].CANALI, 0);
+    EXPECT_EQ(MXLIBRERIA::file_table.entries[kPeriod].CANALI, 0);
 }
 
 // ---- Reduced contracts ----
@@ -327,7 +330,8 @@ TEST_F(Contract, TheScaleOfASourceCompanyIsBroughtToTheHour) {
     EXPECT_DOUBLE_EQ(employee(P058), 10);   // 1600 / 160
     EXPECT_DOUBLE_EQ(employee(P069), 320);  // not converted
     EXPECT_DOUBLE_EQ(employee(P050), 0);
-    EXPECT_EQ(MXLIBRERIA::file_table.entries[1].CANALI, 0);  // closed where it was opened here
+    EXPECT_EQ(MXLIBRERIA::file_table.entries[kCompanies].CANALI,
+              0);  // closed where it was opened here
 }
 
 TEST_F(Contract, TheFactorOfTheConversion) {
@@ -347,14 +351,14 @@ TEST_F(Contract, TheConversionIsRoundedToFiveDecimals) {
 
 TEST_F(Contract, AnOpenCompanyFileStaysAsItWas) {
     source_company({{T063, 160}});
-    MXLIBRERIA::FAIOPEN(1);
-    MXLIBRERIA::LEGGIREC(1, 1);
-    const std::string buffer = MXLIBRERIA::record_buffer(1);
+    MXLIBRERIA::FAIOPEN(kCompanies);
+    MXLIBRERIA::LEGGIREC(kCompanies, 1);
+    const std::string buffer = MXLIBRERIA::record_buffer(kCompanies);
     write(G022, 1600);
     apply();
     EXPECT_DOUBLE_EQ(employee(P058), 10);
-    EXPECT_NE(MXLIBRERIA::file_table.entries[1].CANALI, 0);
-    EXPECT_EQ(MXLIBRERIA::record_buffer(1), buffer);
+    EXPECT_NE(MXLIBRERIA::file_table.entries[kCompanies].CANALI, 0);
+    EXPECT_EQ(MXLIBRERIA::record_buffer(kCompanies), buffer);
     EXPECT_DOUBLE_EQ(num(T063), 173);  // the loaded company
 }
 
@@ -389,7 +393,7 @@ TEST_F(Contract, AGradeBeyondTheRecordShowsTheFailureAndEndsTheRun) {
     EXPECT_THROW(apply(), EndRun);
     window_.verify();
     EXPECT_EQ(window_.boxes.at(0).title, "MESSAGGIO DI ERRORE");
-    EXPECT_EQ(MXLIBRERIA::file_table.entries[71].CANALI, 0);
+    EXPECT_EQ(MXLIBRERIA::file_table.entries[kContracts].CANALI, 0);
 }
 
 }  // namespace
