@@ -9,9 +9,10 @@
 //   carry             the rounding of a slip enters the next one
 //   contributions     item by item, cuts taken off, and their sums to date
 //   taxable           lines less contributions, separate amounts back in, and its sum to date
+//   reliefs           premiums and tips under the flat tax, and their sums to date
 //   ceiling           wage above the yearly ceiling
 //   tax               tax of the slip and to date
-//   adjustment        the year's tax by the scale against what was withheld
+//   adjustment        the year's tax by the scale, less the certificate, against what was withheld
 //   deduction_months  employment deduction, its days, and both to date
 //   severance         accrual of the year, what is left of the fund, what a leaver is paid of it
 //   drop              a slip that is not calculated leaves the record as it was

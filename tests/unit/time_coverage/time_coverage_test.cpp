@@ -18,6 +18,7 @@
 #include "calc/exemption_terms.h"
 #include "calc/extra_payments.h"
 #include "calc/phases.h"
+#include "calc/remaining.h"
 #include "context/period.h"
 #include "context/utilities.h"
 #include "contributions/contribution_cuts.h"
@@ -159,6 +160,15 @@ int dependants_deduction_runs() {
     return 1;
 }
 
+/// The employer's relief on severance pay starts in 2008 and has one percentage a year.
+int severance_relief_has_its_percentage() {
+    slip = Slip{};
+    scrivi(P260, 2700);
+    scrivi(P240, 2000);
+    severance_fund_relief();
+    return (num(P749) > 0) == (period.year() >= 2008) ? 1 : 0;
+}
+
 struct DatedRule {
     const char* name;
     std::function<int()> branches_taken;
@@ -178,6 +188,7 @@ const std::vector<DatedRule> kRules{
     {"cut of the employee's contributions", one_contribution_cut},
     {"employment deduction", employment_deduction_runs},
     {"deductions for dependants", dependants_deduction_runs},
+    {"relief on severance pay", severance_relief_has_its_percentage},
 };
 
 void set_period(int year, int month) {
