@@ -218,6 +218,29 @@ TEST_F(LateCalculations, TheFlatIncentivesWantTheirSwitchAndTheirAmount) {
     }
 }
 
+TEST_F(LateCalculations, TheReliefAskedForStaysWithinTheEmployersContribution) {
+    scrivi(P040, 2);
+    scrivi(S035, 39.19);  // of which 9.19 the employee's
+    scrivi(S003, 9.19);
+    scrivi(P240, 2000);
+    scrivi(P325, 500);
+    late_calculations();
+    EXPECT_EQ(num(P326), 500);
+    scrivi(P325, 700);
+    late_calculations();
+    EXPECT_EQ(num(P326), 600);  // 2000 x 30 %
+    slip.former_P268 = 100;
+    late_calculations();
+    EXPECT_EQ(num(P326), 630);  // (100 + 2000) x 30 %
+    scrivi(P327, 1);
+    late_calculations();
+    EXPECT_EQ(num(P326), 0);
+    scrivi(P327, 0);
+    at("310520240");
+    late_calculations();
+    EXPECT_EQ(num(P326), 0);  // an additional slip has none
+}
+
 TEST_F(LateCalculations, NotesOfZerosAreBlanked) {
     scrivi(P803, std::string(30, '0'));
     late_calculations();

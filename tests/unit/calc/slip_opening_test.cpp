@@ -146,6 +146,21 @@ TEST_F(OpenSlip, CollaboratorsCountTheirOwnDays) {
     EXPECT_EQ(num(P090), 4);
 }
 
+TEST_F(OpenSlip, TheDaysOutsideTheEmploymentAreTakenOff) {
+    field(P013, "10052024");
+    open();
+    take_off_days_outside_service();
+    EXPECT_EQ(num(P215), 22);  // 10 to 31 May
+    EXPECT_EQ(num(P216), 22);
+    EXPECT_EQ(slip.GGLAVORABILI, 22);
+    field(P014, "01012020");  // the service counts from before
+    field(P017, "20052024");
+    open();
+    take_off_days_outside_service();
+    EXPECT_EQ(num(P215), 20);
+    EXPECT_EQ(num(P216), 20);
+}
+
 TEST_F(OpenSlip, LeaversOf31December2023KeepTheirBrackets) {
     field(P017, "31122023");
     open();

@@ -247,6 +247,8 @@ TEST_F(Formula, UnitValueHasFiveDecimals) {
     EXPECT_EQ(num(Z152), -3.33333);
     EXPECT_EQ(testo(Z152).front(), '-');
     EXPECT_EQ(area(Area::FOTX).substr(1369, 13), "-000000333333");
+    run({"+20", "/3", "=CU"});
+    EXPECT_EQ(num(Z152), 6.66667);  // rounded, not cut
 }
 
 TEST_F(Formula, QuantityHasTwoDecimalsAndNeedsTheFullPosting) {

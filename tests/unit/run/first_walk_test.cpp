@@ -227,6 +227,7 @@ TEST_F(FirstWalk, SectorValueIsReducedForSomeEmployees) {
     installation.put(kSectors, 1, Record(Area::SETX, kSectorLength).set(S004, 0.30).text());
     walk(kMay);
     const double whole = ModSWCALM::slip.sector_rate;
+    EXPECT_EQ(whole, 0.30);
     installation.put(kEmployees, 1, employee(1).set(P045, 4).set(P188, 1).text());
     walk(kMay);
     EXPECT_EQ(ModSWCALM::slip.sector_rate, whole - 50);
