@@ -103,6 +103,9 @@ inline const Keys kDescriptionKeys{
 [[nodiscard]] Description read_description(const Document& document);
 [[nodiscard]] Description read_description(const Document& document, const YAML::Node& node);
 /// One section each, for documents that repeat it.
+/// Records or lines by logical file.
+[[nodiscard]] std::map<int, std::vector<std::string>> read_tables(const Document& document,
+                                                                  const YAML::Node& node);
 [[nodiscard]] PeriodEntry read_period(const Document& document, const YAML::Node& node);
 /// Kind of a run: a digit, 0 for an additional payment.
 [[nodiscard]] bool is_run_kind(std::string_view text);

@@ -219,6 +219,8 @@ std::vector<SlipLineEntry> read_lines(const Document& document, const YAML::Node
     return lines;
 }
 
+}  // namespace
+
 std::map<int, std::vector<std::string>> read_tables(const Document& document,
                                                     const YAML::Node& node) {
     std::map<int, std::vector<std::string>> tables;
@@ -229,8 +231,6 @@ std::map<int, std::vector<std::string>> read_tables(const Document& document,
                   });
     return tables;
 }
-
-}  // namespace
 
 bool is_run_kind(std::string_view text) {
     return text.size() == 1 && text.front() >= '0' && text.front() <= '9';

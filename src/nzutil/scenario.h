@@ -51,6 +51,7 @@ struct ScenarioRun {
     std::map<int, ExpectedEmployee> expected;  ///< by record
     FieldValues expected_fixed;
     FieldValues expected_company;
+    std::map<int, std::vector<std::string>> expected_tables;  ///< by file: its first records
     std::optional<std::vector<std::string>> expected_list;
     std::vector<std::string> expected_boxes;  ///< each a part of the text of a box, in order
     std::vector<bool> answers;

@@ -69,6 +69,25 @@ void compare_lines(const Installation& installation, const std::vector<ExpectedL
     }
 }
 
+/// The first records of other files, without the blanks behind them; one that is not there is
+/// empty.
+void compare_tables(const Installation& installation, const ScenarioRun& run, const Prefix& prefix,
+                    Differences& differences) {
+    for (const auto& [file, records] : run.expected_tables) {
+        for (std::size_t index = 0; index < records.size(); ++index) {
+            const int number = static_cast<int>(index) + 1;
+            const std::string found =
+                MXREPOSITORY::rifila_destra(installation.read(file, number).value_or(""));
+            if (found != records[index]) {
+                differences.push_back({prefix(fill(texts::kToolPlaceRecord,
+                                                   {std::to_string(file), std::to_string(number)})),
+                                       nothing_or(platform::to_utf8(records[index])),
+                                       nothing_or(platform::to_utf8(found))});
+            }
+        }
+    }
+}
+
 void compare_employee(const Installation& installation, int record,
                       const ExpectedEmployee& expected, const Prefix& prefix,
                       Differences& differences) {
@@ -190,6 +209,7 @@ void compare_expectations(const Installation& installation, const ScenarioRun& r
         compare_fields(run.expected_company, installation.read(kCompanies, company).value_or(""),
                        prefix, differences);
     }
+    compare_tables(installation, run, prefix, differences);
     for (const auto& [record, expected] : run.expected) {
         if (run.expected.size() > 1) {
             prefix.employee = fill(texts::kToolPlaceEmployee, {std::to_string(record)});

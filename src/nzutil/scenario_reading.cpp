@@ -18,8 +18,8 @@ const Keys kExpectedKeys{"attesi", "attesi_righe", "attesi_mesi", "attesi_certif
                          "attesi_archivio"};
 const Keys kExpectedOfAllRuns{"attesi_somma"};
 /// What a run may hold beside the installation and the expectations of its employee.
-const Keys kRunKeys{"risposte",     "uscita",       "attesi_lista", "attesi_riquadri",
-                    "attesi_fissi", "attesi_ditta", "comuni"};
+const Keys kRunKeys{"risposte",     "uscita",       "attesi_lista",   "attesi_riquadri",
+                    "attesi_fissi", "attesi_ditta", "attesi_tabelle", "comuni"};
 const Keys kScenarioKeys{"titolo", "archivi", "danni", "corse", "senza_identita"};
 
 Keys joined(std::initializer_list<Keys> lists) {
@@ -181,6 +181,9 @@ void read_run(const Document& document, const YAML::Node& node, ScenarioRun& run
     }
     if (node["comuni"]) {
         run.municipalities = read_municipalities(document, node["comuni"]);
+    }
+    if (node["attesi_tabelle"]) {
+        run.expected_tables = read_tables(document, node["attesi_tabelle"]);
     }
     if (node["risposte"]) {
         run.answers = read_answers(document, node["risposte"]);

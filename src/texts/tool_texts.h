@@ -227,6 +227,7 @@ inline constexpr Text kToolPlaceLine{Kind::tool, "riga {}, {}"};
 inline constexpr Text kToolPlaceBox{Kind::tool, "riquadro {}"};
 inline constexpr Text kToolPlaceStatus{Kind::tool, "uscita"};
 inline constexpr Text kToolPlaceArchive{Kind::tool, "archivio {}"};
+inline constexpr Text kToolPlaceRecord{Kind::tool, "archivio {}, record {}"};
 inline constexpr Text kToolPlaceIdentity{Kind::tool, "identità {}"};
 inline constexpr Text kToolTooLong{Kind::tool, "il programma non termina"};
 inline constexpr Text kToolExpectedReason{Kind::tool,
