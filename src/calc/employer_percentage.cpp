@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <string>
-#include <string_view>
 
+#include "calc/employer_rates.h"
 #include "calc/remaining.h"
 #include "records/dictionary/DIPX.h"
 #include "records/dictionary/SETX.h"
@@ -16,16 +16,6 @@ namespace ModSWCALM {
 using namespace MXREPOSITORY;
 
 namespace {
-
-/// Employer's rate chosen by the group P594 and the class P593.
-struct GroupRate {
-    std::string_view group;
-    std::string_view employee_class;
-    Descriptor rate;
-};
-constexpr std::array kGroupRates{GroupRate{"37", "2", S268}, GroupRate{"37", "3", S269},
-                                 GroupRate{"37", "4", S270}, GroupRate{"38", "2", S333},
-                                 GroupRate{"38", "3", S334}, GroupRate{"38", "4", S335}};
 
 /// Total rate of P410 = 5 by the insurance P040, the second one with P316 = 1.
 struct TotalRate {
@@ -43,19 +33,10 @@ double ordinary_percentage() {
     return num(S043) - num(num(S007) != 0 ? S007 : S003);
 }
 
-double percentage_of_group() {
-    const std::string group = rifilato(P594);
-    const std::string employee_class = rifilato(P593);
-    const auto row = std::ranges::find_if(kGroupRates, [&](const GroupRate& rate) {
-        return rate.group == group && rate.employee_class == employee_class;
-    });
-    return row == kGroupRates.end() ? 0 : num(row->rate) + num(S304) + num(S340);
-}
-
 /// P040 1 and 3.
 double percentage_of_other_insurance() {
     if (rifilato(P410) != "5") {
-        return percentage_of_group();
+        return group_percentage().value_or(0);
     }
     const auto row = std::ranges::find(kTotalRates, num(P040), &TotalRate::insurance);
     return num(num(P316) == 1 ? row->second : row->first) - num(S003);

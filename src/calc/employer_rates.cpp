@@ -27,7 +27,7 @@ constexpr std::array kGroupRates{GroupRate{"37", 2, S268}, GroupRate{"37", 3, S2
 }  // namespace
 
 std::optional<double> group_percentage() {
-    const std::string group = testo(P594);
+    const std::string group = rifilato(P594);
     const double rate_class = num(P593);
     const auto row = std::ranges::find_if(kGroupRates, [&](const GroupRate& rate) {
         return rate.group == group && rate.rate_class == rate_class;

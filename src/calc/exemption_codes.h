@@ -63,7 +63,7 @@ struct ExemptionCode {
 [[nodiscard]] const ExemptionCode* exemption_code(std::string_view code,
                                                   std::string_view contract_class);
 
-/// Is the region (P120) one of those in which Particular::not_in_the_north gives nothing?
+/// Is the region (P120) one of the north or the centre, which the reliefs of the South leave out?
 [[nodiscard]] bool northern_region(int region);
 
 /// A share of the employee's wage that the State gives back, for codes "O" and "P".

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "calc/dates.h"
+#include "calc/exemption_codes.h"
 #include "calc/remaining.h"
 #include "context/period.h"
 #include "records/dictionary/DIPX.h"
@@ -38,12 +39,6 @@ double relief_of_year() {
 /// Contribution to the guarantee fund. D.Lgs. 252/2005, art. 10, c. 2
 constexpr double kGuaranteeFund = 0.20;
 
-/// Regions in which the codes 6 to A keep the whole of the severance pay.
-bool in_northern_or_central_list() {
-    const double region = num(P120);
-    return region == 3 || (region >= 6 && region <= 11) || (region >= 17 && region <= 21);
-}
-
 /// What the employee's contribution takes off the severance pay of the month, once the exemption
 /// of P916 is over.
 double taken_off_after_exemption(double contribution) {
@@ -57,7 +52,7 @@ double taken_off_after_exemption(double contribution) {
         return arrotonda(contribution);
     }
     if ((code >= "6" && code <= "9") || code == "A") {
-        return in_northern_or_central_list() ? 0 : arrotonda(contribution);
+        return northern_region(static_cast<int>(num(P120))) ? 0 : arrotonda(contribution);
     }
     return contribution * kOthers;
 }
