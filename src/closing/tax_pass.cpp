@@ -53,7 +53,7 @@ void decide_year_end() {
 // ---- Contributions ----
 
 void older_fund() {
-    if (num(P401) != 0 && num(P184) != 0) {
+    if (num(P401) != 0 && num(P184) != 0 && !severance_in_the_packet()) {
         FONDOPREV();
     }
 }
@@ -98,7 +98,7 @@ void contribution_relief_T187() {
 // ---- Parts shown on the slip, contributions into the deductions ----
 
 void slip_parts() {
-    scrivi(Q225, num(Q224) + contributions.reductions - closing.fund_contribution);
+    scrivi(Q225, num(Q224) + contributions.reductions - contributions.fund_share);
     double minor_items = 0;
     for (const std::size_t item : {2U, 4U, 5U, 6U, 7U}) {
         minor_items += contributions.amounts[item];
@@ -144,10 +144,8 @@ void termination() {
 
 void bases_and_fund(Pass pass) {
     item_bases_before_fund(pass);
-    if (num(P921) == 0 && num(PA48) == 0) {
-        const double before = num(Q224);
+    if (!severance_in_the_packet()) {
         FONDOPENSIONE();
-        closing.fund_contribution = num(Q224) - before;
     }
     ModSWCALM::recompute_percentage_items();
     item_bases_after_fund();

@@ -44,6 +44,9 @@ double amount_of_item7(Pass pass) {
     const double ordinary = two_rates ? bracket : base;
     scrivi(Q226, ordinary * rate_of(7) / 100);
     scrivi(Q227, (base - ordinary) * higher_rate / 100);
+    if (contributions.item7_in_units) {
+        scrivi(Q226, unita(num(Q226)));
+    }
     return num(Q226) + num(Q227);
 }
 

@@ -28,6 +28,8 @@ struct Contributions {
     std::array<double, 11> amounts{};  ///< employee's share in euro
     double residue_item4 = 0;          ///< what is left of the yearly ceiling of item 4
     double reductions = 0;             ///< contribution cut of the month, taken off Q224
+    double fund_share = 0;             ///< employee's share to the pension fund inside Q224
+    bool item7_in_units = false;       ///< item 7 is rounded to the euro, as its fund asks (R061)
 };
 extern Contributions contributions;
 

@@ -50,6 +50,9 @@ CalculatedSlip::CalculatedSlip(const Installation& installation, int record, std
     sector_ = installation.read(kSectors, static_cast<int>(number_in(T067, company_))).value_or("");
     yearly_ = installation.read(kFixedData, 1).value_or("");
     certificate_ = certificate_of(installation, LEGGICAMPO(P001, 0, after_));
+    if (const auto fund = static_cast<int>(now(P401)); fund > 0) {
+        fund_ = installation.read(kPensionFunds, fund).value_or("");
+    }
     read_lines(installation);
     read_brackets(installation);
 }
@@ -96,6 +99,10 @@ double CalculatedSlip::yearly(const Descriptor& field) const {
 
 double CalculatedSlip::certificate(const Descriptor& field) const {
     return number_in(field, certificate_);
+}
+
+double CalculatedSlip::fund(const Descriptor& field) const {
+    return number_in(field, fund_);
 }
 
 bool CalculatedSlip::company_is(std::string_view tax_code) const {

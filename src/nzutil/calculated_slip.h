@@ -44,6 +44,9 @@ class CalculatedSlip {
     [[nodiscard]] double yearly(const MXREPOSITORY::Descriptor& field) const;
     /// Number in a field of the employee's certificate of the year; 0 without one.
     [[nodiscard]] double certificate(const MXREPOSITORY::Descriptor& field) const;
+    /// Is the employee in a pension fund that the archive has, and a number in a field of it.
+    [[nodiscard]] bool in_a_fund() const { return !fund_.empty(); }
+    [[nodiscard]] double fund(const MXREPOSITORY::Descriptor& field) const;
     /// Is the company the customer of this tax code?
     [[nodiscard]] bool company_is(std::string_view tax_code) const;
 
@@ -78,6 +81,7 @@ class CalculatedSlip {
     std::string sector_;
     std::string yearly_;
     std::string certificate_;
+    std::string fund_;
     int year_ = 0;
     int month_ = 0;
     bool additional_ = false;

@@ -12,6 +12,7 @@
 #include "records/dictionary/DIPX.h"
 #include "records/dictionary/DITX.h"
 #include "records/dictionary/FISX.h"
+#include "records/dictionary/FOPX.h"
 #include "records/dictionary/FOTX.h"
 #include "records/fields.h"
 #include "records/numbers.h"
@@ -274,8 +275,9 @@ Outcome contributions(const CalculatedSlip& slip) {
     if (to_date || !law) {
         return to_date;
     }
-    return first_of({equal("Q224", law->owed, slip.now(Q224)),
-                     equal("Q225", slip.now(Q224) + law->reductions, slip.now(Q225))});
+    return first_of(
+        {equal("Q224", law->owed, slip.now(Q224)),
+         equal("Q225", slip.now(Q224) + law->reductions - law->to_fund, slip.now(Q225))});
 }
 
 // ---- Taxable ----
@@ -482,6 +484,36 @@ Outcome severance(const CalculatedSlip& slip) {
     });
 }
 
+// ---- Pension fund ----
+
+/// Does the fund take all that the slip accrues, and has it done so since the year began?
+bool gives_all(const CalculatedSlip& slip) {
+    const bool fund_takes_all = slip.fund(R005) == 100 && slip.fund(R009) == 0 &&
+                                slip.fund(R060) == 0 && slip.now(P184) == 0;
+    const bool new_year = slip.was(Q037) == 0 && slip.was(Q001) == 0 && slip.was(Q236) == 0;
+    const double kept_before = slip.was(Q041) - slip.was(Q038) - slip.was(Q236);
+    return fund_takes_all && !moves_accrual(slip) &&
+           (new_year || (slip.was(Q041) != 0 && std::llround(kept_before * 100) == 0));
+}
+
+/// What goes to the fund on the slip, and its sums; what is left of the accrual of who gives all is
+/// the contribution that it bears. The employer's sum restarts with each period of the fund.
+Outcome pension_fund(const CalculatedSlip& slip) {
+    const std::optional<FundShares> due = fund_shares(slip);
+    if (!slip.in_a_fund() || slip.fund(R061) == 1) {
+        return std::nullopt;
+    }
+    const double before = slip.now(Q314) - slip.now(P407);
+    const bool goes_on = std::llround((before - slip.was(Q314)) * 100) == 0;
+    const bool all_given = !leaves_no_severance(slip) && gives_all(slip);
+    return first_of({
+        due ? equal("P407", due->employer, slip.now(P407)) : std::nullopt,
+        equal("Q236", slip.was(Q236) + slip.now(Q201), slip.now(Q236)),
+        equal("Q314", goes_on ? slip.was(Q314) + slip.now(P407) : slip.now(P407), slip.now(Q314)),
+        all_given ? equal("Q041", slip.now(Q038) + slip.now(Q236), slip.now(Q041)) : std::nullopt,
+    });
+}
+
 // ---- Dropped slips ----
 
 /// What a slip works out: the record of a dropped one keeps all of it, and its lines.
@@ -515,6 +547,7 @@ constexpr auto kIdentities = std::to_array<Identity>({{"gross", gross},
                                                       {"adjustment", adjustment},
                                                       {"deduction_months", deduction_months},
                                                       {"severance", severance},
+                                                      {"pension_fund", pension_fund},
                                                       {"surtax", surtax}});
 
 void check(const Identity& identity, const CalculatedSlip& slip,

@@ -1,6 +1,6 @@
 #pragma once
 // Accounting identities that hold for every calculated slip, to the cent, checked after each run of
-// a scenario. What an identity cannot tell from the records (a pension fund, an entertainer's
+// a scenario. What an identity cannot tell from the records (a fund with formulas, an entertainer's
 // bases) it does not judge.
 //
 //   gross             what is paid: items, allowances, bonuses, refunds
@@ -15,6 +15,7 @@
 //   adjustment        the year's tax by the scale, less the certificate, against what was withheld
 //   deduction_months  employment deduction, its days, and both to date
 //   severance         accrual of the year, what is left of the fund, what a leaver is paid of it
+//   pension_fund      what goes to the fund, its sums; of who gives all his accrual nothing is left
 //   drop              a slip that is not calculated leaves the record as it was
 
 #include <map>

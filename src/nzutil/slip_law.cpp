@@ -9,6 +9,7 @@
 #include "records/dictionary/DIPX.h"
 #include "records/dictionary/DITX.h"
 #include "records/dictionary/FISX.h"
+#include "records/dictionary/FOPX.h"
 #include "records/dictionary/FOTX.h"
 #include "records/dictionary/SETX.h"
 #include "records/fields.h"
@@ -256,22 +257,51 @@ std::optional<double> own_contribution_percent(const CalculatedSlip& slip) {
     return rates ? std::optional(rates->pension + rates->item3 + rates->apprentice) : std::nullopt;
 }
 
+std::optional<FundShares> fund_shares(const CalculatedSlip& slip) {
+    const bool in_packet = slip.now(P921) != 0 || slip.now(PA48) != 0;
+    if (!slip.in_a_fund() || slip.now(P118) == 2 || in_packet) {
+        return FundShares{slip.now(P401) == 0 ? slip.now(P450) : 0, 0};
+    }
+    const bool other_rule = slip.fund(R023) != 0 || slip.fund(R037) == 2 || slip.fund(R061) == 1 ||
+                            slip.fund(R055) != 0 || slip.fund(R054) != 0 || slip.fund(R056) != 0;
+    if (other_rule || moves_accrual(slip)) {
+        return std::nullopt;
+    }
+    const double limit = slip.fund(R007);
+    const double wage = slip.now(P260);
+    const double left = std::max(0.0, limit - slip.was(Q037));
+    const double within = limit == 0 ? wage : std::min(wage, left);
+    const double own_above = slip.fund(R062) == 1 ? slip.now(P402) * (wage - within) / 100 : 0;
+    return FundShares{arrotonda((slip.fund(R004) + slip.now(P402)) * within / 100) +
+                          arrotonda(own_above) + slip.now(P450),
+                      arrotonda(slip.fund(R003) * within / 100)};
+}
+
+bool moves_accrual(const CalculatedSlip& slip) {
+    return std::ranges::any_of(slip.lines(), [](const SlipLine& line) {
+        constexpr double kMovedToFund = 8;
+        return line.of_item(Z020) == kMovedToFund;
+    });
+}
+
 std::optional<EmployeeContributions> employee_contributions(const CalculatedSlip& slip) {
     const std::optional<Rates> rates = rates_of(slip);
+    const std::optional<FundShares> fund = fund_shares(slip);
     const bool half_share = slip.now(PB20) == 1 || slip.now(PB20) == 2;
-    if (!rates || half_share || slip.now(P401) != 0 || slip.company(T187) == 1 ||
-        slip.sector(S088) != 0) {
+    if (!rates || half_share || !fund || slip.company(T187) == 1 || slip.sector(S088) != 0) {
         return std::nullopt;
     }
     EmployeeContributions result;
+    result.to_fund = slip.in_a_fund() ? fund->employee : 0;
     result.reductions =
         slip.now(PB05) == 0 ? slip.sum({PB06, PB10, PB14, PB15, PB26, PB29, PB07, PB16, PB28}) : 0;
     const double relief = slip.now(PB20) == 3 ? slip.now(PB21) : 0;
     const double above_bracket = slip.now(Q167) == 1 ? -slip.now(P221) : slip.now(P221);
     const bool paid_before = rates->item3 != 0 && slip.month() == 12 && !slip.additional() &&
                              slip.now(P118) != 2 && slip.now(P240) != 0;
-    result.owed = contributions_on(contribution_wage(slip), *rates) + slip.sum({P450, Q800}) +
-                  above_bracket - result.reductions - relief - (paid_before ? slip.was(Q010) : 0);
+    result.owed = contributions_on(contribution_wage(slip), *rates) + slip.now(Q800) +
+                  fund->employee + above_bracket - result.reductions - relief -
+                  (paid_before ? slip.was(Q010) : 0);
     return result;
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 // Contributions, bases, tax and employment deduction of a calculated slip, worked out again from
-// its records. Nothing where the records do not tell enough: a pension fund, an entertainer's
-// bases, a sports collaborator's limits.
+// its records. Nothing where the records do not tell enough: a pension fund of two bands or with
+// formulas, an entertainer's bases, a sports collaborator's limits.
 
 #include <optional>
 
@@ -13,12 +13,23 @@ namespace nzutil {
 struct EmployeeContributions {
     double owed = 0;
     double reductions = 0;
+    double to_fund = 0;  ///< of it to the pension fund, which the declaration (Q225) leaves out
 };
 [[nodiscard]] std::optional<EmployeeContributions> employee_contributions(
     const CalculatedSlip& slip);
 
 /// Percent of the wage that the employee owes before any cut.
 [[nodiscard]] std::optional<double> own_contribution_percent(const CalculatedSlip& slip);
+
+/// Contributions of the slip to the pension fund, by the percentages of its record on the whole
+/// wage or below the limit of one band.
+struct FundShares {
+    double employee = 0;
+    double employer = 0;
+};
+[[nodiscard]] std::optional<FundShares> fund_shares(const CalculatedSlip& slip);
+/// Has the slip a line that has moved accrual to a fund (Z020 8)? It comes off the wage P260.
+[[nodiscard]] bool moves_accrual(const CalculatedSlip& slip);
 
 /// Sum of the lines in the fiscal and in the social base.
 [[nodiscard]] std::optional<double> fiscal_base(const CalculatedSlip& slip);

@@ -227,21 +227,28 @@ bool image_of_begun_calculation(double number, const std::string& before_image) 
 
 /// Keeps the employee's record as it stood before the run; the area holds the prepared one. A
 /// refusal of the index (0) has been shown and is neither a find nor a miss: nothing is kept then.
-void keep_before_image(const std::string& before_image) {
+/// True where a killed run has prepared the employee before.
+bool keep_before_image(const std::string& before_image) {
     constexpr double kMissing = -1;
     const std::string key = testo(P001);
     const double number = ISAM(kBeforeImageIndex, key, kIsamSearch, 0);
     if (number == kMissing) {
         append_before_image(key, before_image);
-    } else if (number > 0 && !image_of_begun_calculation(number, before_image)) {
+    } else if (number > 0) {
+        if (image_of_begun_calculation(number, before_image)) {
+            return true;
+        }
         SCRIVIREC(kBeforeImages, number, before_image);
     }
+    return false;
 }
 
 // ---- One entry ----
 
 /// Brings the employee's record to where the calculation of the month starts from. Before-image,
-/// its index entry and the record are one step: an employee is prepared whole or not at all.
+/// its index entry, the month of a fund that he is the first to bring, and the record are one step:
+/// an employee is prepared whole or not at all. A killed run that has prepared him has counted the
+/// month of his fund.
 void prepare_employee(const SelectionEntry& entry, const std::string& before_image) {
     clear_month_cells(entry.employee_record);
     clear_year_sums();
@@ -249,9 +256,11 @@ void prepare_employee(const SelectionEntry& entry, const std::string& before_ima
     area(Area::FOPX).clear();
     ModSwCalm2::AZZERACONTRIBUTOFP(period.month());
     clear_fund_deduction();
-    ModSwCalm2::INCREMENTAMESIFP();
     SlotStep step;
-    keep_before_image(before_image);
+    if (keep_before_image(before_image)) {
+        ModSwCalm2::months_of_funds_are_counted();
+    }
+    ModSwCalm2::INCREMENTAMESIFP();
     write_record(kEmployees, entry.employee_record, area(Area::DIPX));
     step.commit();
     CHIUDISEMA();

@@ -14,6 +14,7 @@
 #include "records/numbers.h"
 #include "severance/advances.h"
 #include "severance/revaluation.h"
+#include "severance/yearly_table.h"
 #include "slip/slip.h"
 #include "tax/income_tax.h"
 
@@ -48,10 +49,6 @@ bool closes_the_year() {
 
 // ---- Accrual ----
 
-bool in_the_packet() {
-    return num(P921) != 0 || num(PA48) != 0;
-}
-
 /// The wage of the month joins the year's; what lines have moved to a fund already comes off.
 void accrue() {
     constexpr std::size_t kMovedToFund = 8;
@@ -59,7 +56,7 @@ void accrue() {
     if (rule == 0 || rule == 4) {
         aggiungi(P260, -slip.severance_buckets[kMovedToFund]);
     }
-    if (in_the_packet()) {
+    if (severance_in_the_packet()) {
         return;
     }
     aggiungi(Q037, num(P260));
@@ -126,7 +123,7 @@ double deduction_on_payment() {
         return 0;
     }
     if (num(F411) == 0) {
-        scrivi(F411, kOfTheDecree);
+        write_yearly(F411, kOfTheDecree);
     }
     const double income = num(Q122);
     const double months = num(Q136) + num(Q042);
@@ -234,12 +231,11 @@ double contribution_wage() {
     return num(P528) > 0 ? unita(num(P250)) : num(P240);
 }
 
-}  // namespace
-
-// Filled with the pension funds; does nothing yet.
-void FONDOPREV() {
-    TRACCIA("FONDOPREV");
+double contribution_on(double wage) {
+    return wage * accrual_contribution_percent() * contribution_share() / 100;
 }
+
+}  // namespace
 
 double accrual_contribution_percent() {
     constexpr double kOfTheLaw = 0.5;  // L. 297/1982, art. 3
@@ -251,6 +247,16 @@ double accrual_contribution_percent() {
     return own != 0 ? own : usual;
 }
 
+double contribution_of_slip() {
+    return arrotonda(contribution_on(num(Q001) + contribution_wage())) -
+           arrotonda(contribution_on(num(Q001)));
+}
+
+double accrual_of_slip(double wage) {
+    return arrotonda((num(Q037) + wage) / slip.severance_divisor) -
+           arrotonda(num(Q037) / slip.severance_divisor);
+}
+
 double reference_income(double fund, double months) {
     constexpr double kYearOfMonths = 12;
     return fund * 144 / std::max(kYearOfMonths, months);
@@ -258,9 +264,8 @@ double reference_income(double fund, double months) {
 
 void TFRZERO50() {
     TRACCIA("TFRZERO50");
-    const double percent = accrual_contribution_percent() * contribution_share();
-    const double contribution = (num(Q001) + contribution_wage()) * percent / 100;
-    scrivi(Q038, std::min(contribution, num(Q037) / slip.severance_divisor));
+    const double left = arrotonda(num(Q037) / slip.severance_divisor) - num(Q236);
+    scrivi(Q038, std::min(contribution_on(num(Q001) + contribution_wage()), std::max(0.0, left)));
 }
 
 void ElaboraTFR() {
@@ -280,33 +285,6 @@ void ElaboraTFR() {
     } else if (!has_left_by_now()) {
         azzera({Q040, Q373});  // what an earlier employment was paid
     }
-}
-
-// Filled with the pension funds; does nothing yet.
-void ERR_CALCOLO_TFRINBUSTA_RECUP_CTR() {
-    TRACCIA("ERR_CALCOLO_TFRINBUSTA_RECUP_CTR");
-}
-
-void CALCOLO_TFR_MESE() {
-    TRACCIA("CALCOLO_TFR_MESE");
-    constexpr double kFlatRate = 23;
-    const double contribution = num(P240) * accrual_contribution_percent() / 100;
-    const double accrual = arrotonda(num(P260) / slip.severance_divisor - contribution);
-    const double sum = std::max(0.0, accrual);
-    const bool taxed = num(PB53) == 0 && num(P031) != 0;
-    scrivi(PA51, kFlatRate);
-    const double tax = taxed ? arrotonda(kFlatRate * sum / 100) : 0;
-    aggiungi(QA01, num(P260));
-    aggiungi(QA02, sum);
-    scrivi(period.ordinary() ? PA49 : PA50, sum);
-    if (num(PB53) == 0) {
-        scrivi(period.ordinary() ? PA52 : PA53, tax);
-    }
-    aggiungi(QA03, sum);
-    aggiungi(QA04, tax);
-    aggiungi(P241, sum);
-    aggiungi(P259, tax);
-    scrivi(P260, 0);
 }
 
 }  // namespace ModSwCalm2

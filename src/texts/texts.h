@@ -315,6 +315,10 @@ inline constexpr Text kIndexAdvance3Wrong{
 inline constexpr Text kIndexAdvance4Wrong{
     Kind::line, "Errore negli indici ISTAT: valore mese Acconto 4 errato"};
 
+// Pension funds: between the two the code of the fund.
+inline constexpr Text kMissingFund{Kind::line, "Errore: Fondo pensione cod."};
+inline constexpr Text kMissingFundRest{Kind::line, " non trovato in archivio"};
+
 // Deductions
 /// Status of an employee with a dependant that has a share and no tax code; the slip is dropped.
 inline constexpr Text kMissingDependantTaxCode{Kind::line, ":INSERIRE CODFISC"};

@@ -141,7 +141,8 @@ TEST_F(ScenarioRunTest, SumIsThatOfTheCalculatedSlips) {
 
 TEST_F(ScenarioRunTest, LaterRunMayChangeEveryTable) {
     // The fund's joining shows in P401, the contract's in P331 and P332; the month's pay is then
-    // the grade's 1500.00, in contributions 5 percent of it. F433 and T188 stand in their records.
+    // the grade's 1500.00, in contributions 5 percent of it and the fund's 0.55. F433 and T188
+    // stand in their records.
     EXPECT_TRUE(run("corse:\n"
                     "  - periodo: {data: \"30062024\", tipo: \"4\"}\n"
                     "    fissi: {F433: 631}\n"
@@ -153,9 +154,9 @@ TEST_F(ScenarioRunTest, LaterRunMayChangeEveryTable) {
                     "    scaglioni: [[999999.99, 10]]\n"
                     "    voci: {2: {Z002: \"PAGA\"}}\n"
                     "    dipendente: {campi: {PB05: 1}}\n"
-                    // 1500 x 5 % = 75; 1500 - 75 = 1425; 10 % = 142.50
-                    "    attesi: {P331: 9, P332: 2, P401: 3, P240: 1500, Q224: 75, P256: 1425,\n"
-                    "             P257: 142.50}\n"
+                    // 1500 x 5 % = 75 and 8.25; 1500 - 83.25 = 1416.75; 10 % = 141.675
+                    "    attesi: {P331: 9, P332: 2, P401: 3, P240: 1500, Q224: 83.25,\n"
+                    "             P256: 1416.75, P257: 141.68}\n"
                     "    attesi_mesi: {J001: {1: 7}}\n"
                     "    attesi_fissi: {F433: 631}\n"
                     "    attesi_ditta: {T002: ALTRA}\n")
