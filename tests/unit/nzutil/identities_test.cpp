@@ -511,5 +511,63 @@ TEST_F(Identities, TaxOnAnAdvanceIsOfTheSlipThatPaysIt) {
     EXPECT_EQ(failing(), "deductions tax");
 }
 
+// ---- Pension fund ----
+
+/// A member of the demo's fund (0.55 and 1.55 percent, the whole accrual), first slip of a year:
+/// 1908.75 / 13.5 = 141.39 less 9.55; 10.50 and 29.59 of 1908.75.
+class MemberIdentities : public Identities {
+  protected:
+    void SetUp() override {
+        Identities::SetUp();
+        both({{P401, "1"}});
+        before_set({{Q001, "0"}});
+        set({{P260, "1908.75"},
+             {P407, "29.59"},
+             {Q314, "29.59"},
+             {Q201, "131.84"},
+             {Q236, "131.84"},
+             {Q041, "141.39"},
+             {Q038, "9.55"}});
+    }
+    bool fund_fails() { return failing().find("pension_fund") != std::string::npos; }
+};
+
+TEST_F(MemberIdentities, WhatGoesToTheFundIsHeld) {
+    EXPECT_FALSE(fund_fails());
+    const Values wrong{{P407, "29.58"},  {Q314, "29.60"},  {Q201, "131.83"},
+                       {Q236, "131.85"}, {Q041, "141.40"}, {Q038, "9.54"}};
+    for (const Value& value : wrong) {
+        const std::string right = after_;
+        set({value});
+        EXPECT_TRUE(fund_fails()) << value.field.name();
+        after_ = right;
+    }
+}
+
+TEST_F(MemberIdentities, TheEmployersSumGoesOnOrStartsAgain) {
+    before_set({{Q314, "100"}});
+    EXPECT_FALSE(fund_fails());
+    set({{Q314, "129.59"}});
+    EXPECT_FALSE(fund_fails());
+    set({{Q314, "100"}});
+    EXPECT_TRUE(fund_fails());
+}
+
+TEST_F(MemberIdentities, NothingIsLeftOnlyOfWhoHasGivenAllSinceTheYearBegan) {
+    set({{Q041, "150.00"}});
+    EXPECT_TRUE(fund_fails());
+    before_set({{Q037, "1000"}, {Q041, "74.07"}, {Q038, "5"}});  // a member since this month
+    EXPECT_FALSE(fund_fails());
+}
+
+TEST_F(MemberIdentities, TheFundIsNoPartOfTheDeclaredContributions) {
+    // 175.44 + 10.50; the declaration has 175.44
+    set({{Q224, "185.94"}, {Q225, "175.44"}, {P253, "185.94"}});
+    before_set({{Q005, "691.26"}});
+    EXPECT_EQ(failing().find("contributions"), std::string::npos);
+    set({{Q225, "185.94"}});
+    EXPECT_NE(failing().find("contributions"), std::string::npos);
+}
+
 }  // namespace
 }  // namespace nzutil

@@ -26,6 +26,8 @@
 #include "records/dictionary/FISX.h"
 #include "records/fields.h"
 #include "run/main_run.h"
+#include "severance/revaluation.h"
+#include "severance/tfr.h"
 #include "slip/seniority.h"
 #include "slip/slip.h"
 #include "tax/deductions.h"
@@ -169,6 +171,50 @@ int severance_relief_has_its_percentage() {
     return (num(P749) > 0) == (period.year() >= 2008) ? 1 : 0;
 }
 
+// ---- Severance ----
+
+/// An employer under half a relief takes half of the contribution off the accrual, from 2015 on.
+int severance_contribution_by_date() {
+    scrivi(P240, 1000);
+    scrivi(P620, 0.5);
+    scrivi(P101, 2);
+    const double taken = ModSwCalm2::contribution_of_slip();
+    return taken == (yyyymm() < 201501 ? 5 : 2.5) ? 1 : 0;
+}
+
+/// The index of the year end stands as published, or takes one of the two corrections.
+int year_end_index_is_mended_once() {
+    constexpr double kPublished = 99.9;
+    const double mended = ModSwCalm2::mended_base_index(yyyymm(), kPublished);
+    const bool change_of_base_2010 = period.year() == 2011;
+    const bool change_of_base_2015 = yyyymm() >= 201607 && yyyymm() <= 201612;
+    const double expected = kPublished + (change_of_base_2010   ? 0.001165331
+                                          : change_of_base_2015 ? 0.006629
+                                                                : 0);
+    return std::abs(mended - expected) < 1e-9 ? 1 : 0;
+}
+
+/// After a change of base the year end stands in the other series.
+int year_end_stands_in_one_series() {
+    scrivi(F021, 101);
+    scrivi(F294, 102);
+    const bool other = yyyymm() == 201201 || period.year() == 2017;
+    return ModSwCalm2::INDICEISTAT(ModSwCalm2::kYearEndIndex, true) == (other ? 102 : 101) ? 1 : 0;
+}
+
+/// The deduction on the payment is for terminations from 31 March 2008.
+int deduction_on_severance_by_leaving() {
+    slip.TABIRPAC.set(1, 999999.99);
+    slip.TABIRPAC.set(2, 23);
+    slip.TABIRP = slip.TABIRPAC;
+    scrivi(P031, 1);
+    scrivi(P754, 1);
+    scrivi(P017, period.date());
+    scrivi(F411, 70);
+    ModSwCalm2::ElaboraTFR();
+    return num(Q774) == (yyyymm() < 200803 ? 0 : 70) ? 1 : 0;
+}
+
 struct DatedRule {
     const char* name;
     std::function<int()> branches_taken;
@@ -189,6 +235,10 @@ const std::vector<DatedRule> kRules{
     {"employment deduction", employment_deduction_runs},
     {"deductions for dependants", dependants_deduction_runs},
     {"relief on severance pay", severance_relief_has_its_percentage},
+    {"contribution of the severance accrual", severance_contribution_by_date},
+    {"correction of the year-end index", year_end_index_is_mended_once},
+    {"series of the year-end index", year_end_stands_in_one_series},
+    {"deduction on severance pay", deduction_on_severance_by_leaving},
 };
 
 void set_period(int year, int month) {
