@@ -249,6 +249,8 @@ TEST_F(Formula, UnitValueHasFiveDecimals) {
     EXPECT_EQ(area(Area::FOTX).substr(1369, 13), "-000000333333");
     run({"+20", "/3", "=CU"});
     EXPECT_EQ(num(Z152), 6.66667);  // rounded, not cut
+    run({"+.1234546", "=CU"});
+    EXPECT_EQ(num(Z152), 0.12345);  // and rounded once: .123455 would be .12346
 }
 
 TEST_F(Formula, QuantityHasTwoDecimalsAndNeedsTheFullPosting) {
