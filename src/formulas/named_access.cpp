@@ -183,7 +183,7 @@ std::optional<std::size_t> start_of_block() {
     if (base < 0 || base + kLastLineSlot > highest_index()) {
         return std::nullopt;
     }
-    const auto first = static_cast<std::size_t>(base + kFirstLineSlot);
+    const auto first = static_cast<std::size_t>(base) + kFirstLineSlot;
     const int start = repository.fields[first].offset;
     for (std::size_t line = 0; line * kLineWidth < kBlockWidth; ++line) {
         const Repository::Field& field = repository.fields[first + line];
