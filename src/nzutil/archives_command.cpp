@@ -84,6 +84,7 @@ std::string directory_for_templates(const std::string& directory) {
 
 int command_templates(const Arguments& arguments) {
     const std::string directory = directory_for_templates(arguments[0]);
+    const WriteLock lock = WriteLock::of_directory(directory, "modelli");
     for (const Template& model : kTemplates) {
         const std::string path = (fs::path(directory) / model.name).string();
         const bool there = platform::files().exists(path);

@@ -24,7 +24,7 @@ void tell_registry(const Installation& installation) {
 }  // namespace
 
 int command_demo(const Arguments& arguments) {
-    const WriteLock lock = WriteLock::of_new_installation(arguments[0], "demo");
+    const WriteLock lock = WriteLock::of_directory(make_archive_directory(arguments[0]), "demo");
     const Installation installation = make_demo_installation(arguments[0]);
     write_municipalities(installation.archive_directory(), demo_municipalities());
     std::cout << fill(texts::kToolDemoMade,
@@ -51,7 +51,8 @@ int command_period(const Arguments& arguments) {
 
 int command_install(const Arguments& arguments) {
     const Scenario scenario = read_scenario(arguments[0]);
-    const WriteLock lock = WriteLock::of_new_installation(arguments[1], "installa");
+    const WriteLock lock =
+        WriteLock::of_directory(make_archive_directory(arguments[1]), "installa");
     const Installation installation = install_scenario(scenario, arguments[1]);
     std::cout << fill(texts::kToolInstallationMade, {arguments[1]}) << '\n';
     tell_registry(installation);

@@ -27,8 +27,8 @@ WriteLock::WriteLock(const Installation& installation, std::string_view command)
     MXLIBRERIA::recovery_slot.in_use = true;
 }
 
-WriteLock WriteLock::of_new_installation(const std::string& directory, std::string_view command) {
-    return {make_archive_directory(directory), command};
+WriteLock WriteLock::of_directory(const std::string& archive_directory, std::string_view command) {
+    return {archive_directory, command};
 }
 
 WriteLock::~WriteLock() {

@@ -18,11 +18,10 @@ class WriteLock {
     /// Finishes what a killed run has left; what the command writes goes through the recovery slot.
     /// ToolError that names the holder if another program works on the archive.
     WriteLock(const Installation& installation, std::string_view command);
-    /// Keeps runs out of an installation while it is being made: makes its directory. What is
-    /// written there goes straight to the files, as nobody has wages in them yet. ToolError also
-    /// where the directory cannot be made.
-    [[nodiscard]] static WriteLock of_new_installation(const std::string& directory,
-                                                       std::string_view command);
+    /// Keeps runs out of a directory while new files are made in it. What is written there goes
+    /// straight to the files, as nobody has wages in them yet.
+    [[nodiscard]] static WriteLock of_directory(const std::string& archive_directory,
+                                                std::string_view command);
     ~WriteLock();
     WriteLock(const WriteLock&) = delete;
     WriteLock& operator=(const WriteLock&) = delete;

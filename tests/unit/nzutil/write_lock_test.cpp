@@ -100,11 +100,13 @@ TEST_F(WriteLockTest, AnInstallationIsMadeUnderIt) {
     }
 }
 
-TEST_F(WriteLockTest, NoInstallationIsMadeWhereAnotherProgramWorks) {
+TEST_F(WriteLockTest, NothingIsMadeWhereAnotherProgramWorks) {
     fs::create_directories(root + "/archivi");
     const auto other = platform::try_directory_lock(root + "/archivi", "velmor");
     EXPECT_EQ(run_tool({"demo", root}), 1);
     EXPECT_FALSE(in_archive("NZBASE.DAT"));
+    EXPECT_EQ(run_tool({"modelli", root + "/archivi"}), 1);
+    EXPECT_FALSE(in_archive("TABCOMXX.MDB"));
 }
 
 }  // namespace

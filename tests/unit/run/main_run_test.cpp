@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstdlib>
 #include <optional>
 
@@ -10,6 +11,7 @@
 #include "files/file_numbers.h"
 #include "history/quadri.h"
 #include "history/slip_images.h"
+#include "platform/database.h"
 #include "platform/failure.h"
 #include "platform/registry.h"
 #include "records/dictionary/FISX.h"
@@ -17,6 +19,7 @@
 #include "run/form.h"
 #include "run/load_environment.h"
 #include "slip/slip.h"
+#include "tax/municipal_table.h"
 #include "tests/support/scripted_window.h"
 #include "tests/unit/run/payroll_files.h"
 #include "texts/texts.h"
@@ -353,12 +356,19 @@ TEST_F(StartUp, MarchWithTheFileOfTheYearAsksNothing) {
 TEST_F(StartUp, MunicipalTableIsMadeFromTheEmptyOne) {
     run_to_walk();
     EXPECT_EQ(std::filesystem::exists(installation.directory().file("TABCOM.MDB")), false);
-    installation.directory().write("TABCOMXX.MDB", "vuota");
+    platform::create_database(installation.directory().file("TABCOMXX.MDB"),
+                              std::array{ModSWCALB::municipal_schema()});
+    const std::string empty = installation.directory().read("TABCOMXX.MDB");
     run_to_walk();
-    EXPECT_EQ(installation.directory().read("TABCOM.MDB"), "vuota");
-    installation.directory().write("TABCOM.MDB", "piena");
+    EXPECT_TRUE(installation.directory().read("TABCOM.MDB") == empty);
+    platform::open_database(installation.directory().file("TABCOM.MDB"),
+                            platform::DatabaseMode::read_write)
+        ->execute("insert into " + ModSWCALB::municipal_schema().name + " (CHIAVE) values (?)",
+                  {std::string("H294")});
+    const std::string filled = installation.directory().read("TABCOM.MDB");
+    EXPECT_FALSE(filled == empty);
     run_to_walk();
-    EXPECT_EQ(installation.directory().read("TABCOM.MDB"), "piena");
+    EXPECT_TRUE(installation.directory().read("TABCOM.MDB") == filled);
 }
 
 TEST_F(StartUp, ArchivesOfThePeriodHaveTheirNames) {
