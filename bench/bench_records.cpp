@@ -11,19 +11,19 @@
 #include "files/logical_files.h"
 #include "tests/support/archive_directory.h"
 
-using namespace MXLIBRERIA::file_numbers;
+using MXLIBRERIA::file_numbers::kEmployees;
 
 namespace {
 
 constexpr std::size_t kLength = 16500;
-constexpr std::size_t kEmployees = 1000;
+constexpr std::size_t kRecords = 1000;
 
 /// An archive of its own with 1000 employees.
 class Archive : public test_support::ArchiveDirectory {
   public:
     Archive() {
-        define(2, "NZDIPEND.DAT", static_cast<int>(kLength));
-        write("NZDIPEND.DAT", std::string(kLength * kEmployees, '0'));
+        define(kEmployees, "NZDIPEND.DAT", static_cast<int>(kLength));
+        write("NZDIPEND.DAT", std::string(kLength * kRecords, '0'));
     }
 };
 
@@ -32,7 +32,7 @@ void employee_through_logical_files(benchmark::State& state) {
     MXLIBRERIA::FAIOPEN(kEmployees);
     std::size_t employee = 0;
     for (auto _ : state) {
-        const double record = static_cast<double>(employee % kEmployees) + 1;
+        const double record = static_cast<double>(employee % kRecords) + 1;
         for (int walk = 0; walk < 2; ++walk) {
             MXLIBRERIA::LEGGIREC(kEmployees, record);
             MXLIBRERIA::record_buffer(kEmployees)[100] = '1';
@@ -49,7 +49,7 @@ void employee_through_system_calls(benchmark::State& state) {
     std::string buffer(kLength, ' ');
     std::size_t employee = 0;
     for (auto _ : state) {
-        const auto position = static_cast<off_t>(employee % kEmployees * kLength);
+        const auto position = static_cast<off_t>(employee % kRecords * kLength);
         for (int walk = 0; walk < 2; ++walk) {
             if (::pread(file, buffer.data(), kLength, position) != static_cast<ssize_t>(kLength)) {
                 state.SkipWithError("short read");
