@@ -15,6 +15,7 @@
 #include "records/numbers.h"
 #include "slip/slip.h"
 #include "tax/income_tax.h"
+#include "tests/support/certificates.h"
 #include "tests/support/record_areas.h"
 #include "tests/support/scripted_window.h"
 
@@ -52,6 +53,9 @@ class ClosingTest : public testing::Test {
         scrivi(P259, deductions);
         net_and_rounding();
     }
+
+  private:
+    const test_support::Certificates certificates_;
 };
 
 // ---- Net and rounding ----

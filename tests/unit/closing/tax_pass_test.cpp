@@ -15,6 +15,7 @@
 #include "slip/slip.h"
 #include "tax/deductions.h"
 #include "tax/income_tax.h"
+#include "tests/support/certificates.h"
 #include "tests/unit/contributions/slip_fixture.h"
 
 namespace {
@@ -51,6 +52,9 @@ class TaxPassTest : public test_support::SlipFixture {
         scrivi(P240, contributing);
         scrivi(P250, taxable);
     }
+
+  private:
+    const test_support::Certificates certificates_;
 };
 
 // ---- The month ----
