@@ -71,14 +71,15 @@ std::vector<int> column_numbers(std::string_view list) {
     const char* const end = at + list.size();
     bool range = false;
     while (at != end) {
-        int number = 0;
+        unsigned number = 0;  // a minus is no part of it
         const auto [rest, failure] = std::from_chars(at, end, number);
         if (failure != std::errc{}) {
             range = range || *at == '-';
             ++at;
             continue;
         }
-        for (int next = range ? numbers.back() + 1 : number; next <= number; ++next) {
+        const int last = static_cast<int>(number);
+        for (int next = range ? numbers.back() + 1 : last; next <= last; ++next) {
             numbers.push_back(next);
         }
         range = false;

@@ -190,7 +190,7 @@ struct ClosingLine {
     bool earning;
 };
 
-constexpr std::array<ClosingLine, 26> kClosingLines{{
+constexpr std::array<ClosingLine, 23> kClosingLines{{
     {&texts::kSlipAllowance, Q139, true},       {&texts::kSlipAllowance, Q140, true},
     {&texts::kSlipAllowance, Q130, true},       {&texts::kSlipBonus, P022, true},
     {&texts::kSlipBonus, Q280, true},           {&texts::kSlipIntegrativeSum, PC33, true},
@@ -198,12 +198,11 @@ constexpr std::array<ClosingLine, 26> kClosingLines{{
     {&texts::kSlipRefund, Q022, true},          {&texts::kSlipContributions, Q224, false},
     {&texts::kSlipIncomeTax, Q137, false},      {&texts::kSlipTaxDue, Q021, false},
     {&texts::kSlipFlatTax, P535, false},        {&texts::kSlipReliefTax, P762, false},
-    {&texts::kSlipReliefTax, P764, false},      {&texts::kSlipRegional, Q340, false},
-    {&texts::kSlipMunicipal, Q320, false},      {&texts::kSlipMunicipalAdvance, Q675, false},
-    {&texts::kSlipBonusBack, Q281, false},      {&texts::kSlipRoundingIn, Q162, false},
-    {&texts::kSlipSeverancePacket, PA49, true}, {&texts::kSlipSeverancePacket, PA50, true},
-    {&texts::kSlipPacketTax, PA52, false},      {&texts::kSlipPacketTax, PA53, false},
-    {&texts::kSlipBackPayTax, Q138, false},     {&texts::kSlipTipsTax, PB56, false},
+    {&texts::kSlipReliefTax, P764, false},      {&texts::kSlipBonusBack, Q281, false},
+    {&texts::kSlipRoundingIn, Q162, false},     {&texts::kSlipSeverancePacket, PA49, true},
+    {&texts::kSlipSeverancePacket, PA50, true}, {&texts::kSlipPacketTax, PA52, false},
+    {&texts::kSlipPacketTax, PA53, false},      {&texts::kSlipBackPayTax, Q138, false},
+    {&texts::kSlipTipsTax, PB56, false},
 }};
 
 /// What the ordinary slip of the leaving month adds: the fund, and what it has borne.
@@ -248,10 +247,47 @@ void severance_lines(Lines& lines) {
     }
 }
 
+// ---- Surtaxes ----
+
+constexpr double kAdjustmentOnly = 2;  // P118
+
+/// Instalments of the month; the advance is withheld on ordinary slips alone.
+void instalment_lines(Lines& lines) {
+    closing_line(lines, texts::kSlipRegional, num(Q340), false);
+    closing_line(lines, texts::kSlipMunicipal, num(Q320), false);
+    if (period.ordinary()) {
+        closing_line(lines, texts::kSlipMunicipalAdvance, num(Q675), false);
+    }
+    const bool january = period.ordinary() && period.month() == 1;
+    if (january && num(Q235) < 0) {
+        closing_line(lines, texts::kSlipMunicipalYear, -num(Q235), true);
+    }
+}
+
+/// Who leaves is charged with the surtaxes of the year, and gets back an advance that is more.
+void leavers_surtax_lines(Lines& lines) {
+    closing_line(lines, texts::kSlipRegionalYear, num(Q342), false);
+    const double municipal = num(Q343);
+    closing_line(lines, texts::kSlipMunicipalYear, std::max(0.0, municipal), false);
+    const bool given_up = num(Q674) == 0 && municipal >= 0;
+    closing_line(lines, texts::kSlipMunicipalYear,
+                 given_up ? num(Q678) + num(Q675) : std::max(0.0, -municipal), true);
+}
+
+void surtax_lines(Lines& lines) {
+    if (num(P118) != kAdjustmentOnly) {
+        instalment_lines(lines);
+    }
+    if (period.ordinary() && num(P017) != 0 && num(P938) != 1) {
+        leavers_surtax_lines(lines);
+    }
+}
+
 void closing_lines(Lines& lines) {
     for (const ClosingLine& line : kClosingLines) {
         closing_line(lines, *line.label, num(line.field), line.earning);
     }
+    surtax_lines(lines);
     advance_lines(lines);
     if (pays_severance()) {
         severance_lines(lines);

@@ -24,7 +24,7 @@ from pathlib import Path
 ROOT = Path(__file__).resolve().parents[2]
 BLOCK = re.compile(r"^```(\w*)\n(.*?)^```$", re.M | re.S)
 SPAN = re.compile(r"`((?:build/)?nzutil (?:--\w+|\w+ [^`\n]+))`")
-PLACEHOLDERS = {"ANNO", "ARCHIVIO", "AREA", "CHIAVE", "CODE", "CODICE", "DIR", "FILE", "N",
+PLACEHOLDERS = {"ANNO", "ARCHIVIO", "AREA", "CHIAVE", "CODE", "CODICE", "CSV", "DIR", "FILE", "N",
                 "OCCORRENZA", "PAROLE", "RECORD", "TIPO", "VALORE", "WORDS"}
 SCENARIO_FILES = {"buono.yaml": "1733.31", "sbagliato.yaml": "1733,31"}
 
@@ -46,6 +46,7 @@ class Examples:
                                 VELMOR_INTERFACCIA="console", VELMOR_RISPOSTE="no")
         (place / "build").symlink_to(programs)
         (place / "tests").symlink_to(ROOT / "tests")
+        (place / "demo").symlink_to(ROOT / "demo")
         self.start_demo()
 
     def run(self, command, status=0):

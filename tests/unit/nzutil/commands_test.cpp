@@ -6,6 +6,7 @@
 #include <fstream>
 #include <iterator>
 
+#include "platform/database.h"
 #include "records/dictionary/DIPX.h"
 #include "tests/support/temp_directory.h"
 
@@ -46,6 +47,112 @@ class CommandsTest : public ::testing::Test {
     test_support::TempDirectory directory;
     std::string demo = directory.file("demo");
 };
+
+TEST_F(CommandsTest, TheDemoHasTheMunicipalitiesOfTheSurtax) {
+    const auto archive =
+        platform::open_database(demo + "/archivi/TABCOM.MDB", platform::DatabaseMode::read_only);
+    const auto rows = archive->query("select count(*) as QUANTI from CATASTO", {});
+    EXPECT_GE(rows->field("QUANTI").number(), 30);
+    const auto town = archive->query("select * from CATASTO where CHIAVE = ?", {"H501"});
+    EXPECT_EQ(town->field("ESENZIONE").number(), 12000);
+    EXPECT_EQ(town->field("aliquota").number(), 0.9);
+}
+
+TEST_F(CommandsTest, EmptyArchivesAreMadeOnceAndNeverOverwritten) {
+    const std::string place = directory.file("modelli");
+    const Outcome made = run({"modelli", place});
+    EXPECT_EQ(made.status, 0) << made.errors;
+    for (const char* name :
+         {"NZRETXXX.MDB", "NZRETXX3.MDB", "NZCUXXXX.MDB", "NZINPDXX.MDB", "TABCOMXX.MDB"}) {
+        EXPECT_TRUE(fs::exists(fs::path(place) / name)) << name;
+    }
+    const auto archive =
+        platform::open_database(place + "/NZRETXXX.MDB", platform::DatabaseMode::read_write);
+    EXPECT_EQ(archive->query("select * from RELEASE", {})->field("RELEASE").number(), 1);
+    const auto rows = archive->open_table("DIPRETMEN");
+    for (const char* column : {"KSEQ", "CODAZI", "dip_239"}) {
+        EXPECT_TRUE(rows->has_field(column)) << column;
+    }
+    for (int number = 1; number <= 239; ++number) {
+        EXPECT_TRUE(rows->has_field("DIP_" + std::to_string(number))) << number;
+    }
+    EXPECT_FALSE(rows->has_field("DIP_240"));
+    EXPECT_TRUE(archive->open_table("DIPRETMEN2")->has_field("DIP2_238"));
+    rows->add();
+    rows->update();
+    const Outcome again = run({"modelli", place});
+    EXPECT_EQ(again.status, 0);
+    rows->move_first();
+    EXPECT_FALSE(rows->end());
+    const auto third =
+        platform::open_database(place + "/NZRETXX3.MDB", platform::DatabaseMode::read_only);
+    const auto third_rows = third->open_table("DIPRETMEN3");
+    for (int number = 1; number <= 77; ++number) {
+        EXPECT_TRUE(third_rows->has_field("DIP3_" + std::to_string(number))) << number;
+    }
+    const auto images =
+        platform::open_database(place + "/NZCUXXXX.MDB", platform::DatabaseMode::read_only);
+    EXPECT_TRUE(images->open_table("CEDSTORICO")->has_field("CED_DIPE"));
+    const auto quadri =
+        platform::open_database(place + "/NZINPDXX.MDB", platform::DatabaseMode::read_only);
+    for (const char* table :
+         {"QUADROD0", "QUADROE0", "QUADROE1", "QUADROV1", "QUADROF1", "QUADROZ2"}) {
+        EXPECT_TRUE(quadri->open_table(table)->has_field("KTIPOELAB")) << table;
+    }
+    EXPECT_EQ(run({"modelli", ""}).status, 1);
+}
+
+TEST_F(CommandsTest, EmptyArchivesOfAnInstallationStandBesideItsFiles) {
+    EXPECT_EQ(run({"modelli", demo}).status, 0);
+    EXPECT_TRUE(fs::exists(demo + "/archivi/TABCOMXX.MDB"));
+}
+
+TEST_F(CommandsTest, MunicipalitiesComeFromACsvAndReplaceThoseOfTheSameCode) {
+    directory.write("comuni.csv",
+                    "\xef\xbb\xbf"
+                    "chiave;comune;esenzione;fascia;aliquota;tipocalcolo\r\n"
+                    "H501;Roma;14000;999999,99;0,95;F\r\n"
+                    "\r\n"
+                    "Z001;\"Forl\xc3\xac; \"\"nuova\"\"\";;999999.99;0.5;\r\n");
+    const Outcome loaded = run({"comuni", directory.file("comuni.csv"), demo});
+    EXPECT_EQ(loaded.status, 0) << loaded.errors;
+    EXPECT_NE(loaded.output.find("2"), std::string::npos);
+    const auto archive =
+        platform::open_database(demo + "/archivi/TABCOM.MDB", platform::DatabaseMode::read_only);
+    const auto rome = archive->query("select * from CATASTO where CHIAVE = 'H501'", {});
+    EXPECT_EQ(rome->field("ESENZIONE").number(), 14000);
+    EXPECT_EQ(rome->field("aliquota").number(), 0.95);
+    rome->move_next();
+    EXPECT_TRUE(rome->end());
+    const auto other = archive->query("select * from CATASTO where CHIAVE = 'Z001'", {});
+    EXPECT_EQ(other->field("COMUNE").text(), "Forl\xec; \"nuova\"");
+    EXPECT_TRUE(other->field("ESENZIONE").is_null());
+    EXPECT_TRUE(other->field("FASCIA_2").is_null());
+}
+
+TEST_F(CommandsTest, ACsvThatCannotBeTakenNamesItsLineAndWritesNothing) {
+    const std::string csv = directory.file("comuni.csv");
+    const auto refusal = [&](const std::string& text) {
+        directory.write("comuni.csv", text);
+        const std::string before = bytes("TABCOM.MDB");
+        const Outcome outcome = run({"comuni", csv, demo});
+        EXPECT_EQ(outcome.status, 1) << text;
+        EXPECT_EQ(bytes("TABCOM.MDB"), before);
+        return outcome.errors;
+    };
+    EXPECT_NE(refusal("CHIAVE,COLORE\nH501,blu\n").find(csv + ":1: "), std::string::npos);
+    EXPECT_NE(refusal("COMUNE,aliquota\nRoma,0.9\n").find(csv + ":1: "), std::string::npos);
+    EXPECT_NE(refusal("CHIAVE,aliquota\nH501,0.9\nF205,molto\n").find(csv + ":3: "),
+              std::string::npos);
+    EXPECT_NE(refusal("CHIAVE,aliquota\nH501,-0.9\n").find(csv + ":2: "), std::string::npos);
+    EXPECT_NE(refusal("CHIAVE,aliquota\nH501\n").find(csv + ":2: "), std::string::npos);
+    EXPECT_NE(refusal("CHIAVE,aliquota\nH50,0.9\n").find(csv + ":2: "), std::string::npos);
+    EXPECT_NE(refusal("CHIAVE,aliquota\nH501,0.9\nH501,0.8\n").find(csv + ":3: "),
+              std::string::npos);
+    EXPECT_NE(refusal(""), "");
+    fs::remove(csv);
+    EXPECT_EQ(run({"comuni", csv, demo}).status, 1);
+}
 
 TEST_F(CommandsTest, HelpNamesEveryCommand) {
     const Outcome help = run({"--help"});
