@@ -19,6 +19,7 @@
 #include "records/numbers.h"
 #include "slip/one_off_2022.h"
 #include "slip/slip.h"
+#include "tax/bonus_restitution.h"
 #include "tax/income_tax.h"
 #include "tax/surtaxes.h"
 
@@ -43,6 +44,7 @@ void open_closing() {
     contributions = {};
     tax_state = {};
     tax_state.PrimaPassata = 1;
+    ModSWCALB::open_restitutions();
 }
 
 void totals_to_record() {

@@ -15,6 +15,8 @@ void CALCOLACHIUSURA();
 
 /// Net pay block: flat tax at source, bonus, fixed net, advance on the net, net and rounding.
 void net_pay_block();
+/// Does the slip have income tax, and with it bonuses?
+[[nodiscard]] bool slip_is_taxed();
 /// Net = P241 - P259, its rounding into Q173 and Q163. Rounding by tens of a net above 32767 is
 /// failure 6.
 void net_and_rounding();

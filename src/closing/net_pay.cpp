@@ -51,18 +51,6 @@ void flat_tax_at_source() {
     aggiungi(P259, num(P535));
 }
 
-/// Bonus and integrative sum: from May 2014 (D.L. 66/2014, art. 1).
-void bonus_steps() {
-    if (ModSWCALB::adjustment_only() ||
-        (period.yyyymm() < 201405 && MXLIBRERIA::yyyymm_of(testo(P017)) < 201405)) {
-        return;
-    }
-    ModSWCALB::CALCOLO_BONUS_DL032020();
-    if (period.yyyymm() >= 202501) {
-        ModSWCALB::CALCOLA_SOMMA_INTEGRATIVA();
-    }
-}
-
 /// Company 90000000011 pays a net between Q089 and Q088: the gross is moved by Q090.
 void fixed_net_adjustment() {
     if (!company_is("90000000011") || period.additional()) {
@@ -124,14 +112,20 @@ void net_and_rounding() {
     }
 }
 
+bool slip_is_taxed() {
+    return num(Q274) != 0 || num(P031) != 0;
+}
+
 void net_pay_block() {
-    const bool taxed = num(Q274) != 0 || num(P031) != 0;
+    const bool taxed = slip_is_taxed();
     if (taxed) {
         settle_flags_and_sums();
     }
     flat_tax_at_source();
     if (taxed) {
-        bonus_steps();
+        if (!tax_state.ConguaglioAnnuale) {
+            ModSWCALB::bonus_steps();
+        }
         fixed_net_adjustment();
         advance_on_the_net();
     }

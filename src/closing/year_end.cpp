@@ -12,6 +12,7 @@
 #include "records/fields.h"
 #include "records/numbers.h"
 #include "slip/slip.h"
+#include "tax/bonus.h"
 #include "tax/deductions.h"
 #include "tax/income_tax.h"
 #include "tax/surtaxes.h"
@@ -88,6 +89,9 @@ void year_end_block() {
     net_tax_of_the_year(sums);
     ModSWCALB::surtaxes_of_the_year();
     settlement();
+    if (slip_is_taxed()) {
+        ModSWCALB::bonus_steps();
+    }
 }
 
 }  // namespace ModSwCalm2

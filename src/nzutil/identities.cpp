@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "installation/tool_error.h"
+#include "nzutil/bonus_due.h"
 #include "nzutil/slip_law.h"
 #include "nzutil/slip_reliefs.h"
 #include "records/dictionary/DIPX.h"
@@ -219,10 +220,11 @@ Outcome gross(const CalculatedSlip& slip) {
 Outcome deductions(const CalculatedSlip& slip) {
     const double ordinary_or_additional =
         slip.additional() ? slip.now(P764) + slip.now(PA53) : slip.now(P762) + slip.now(PA52);
-    const double expected =
-        lines_of_kind(slip, 1) + slip.sum({Q162, Q224, Q137, P535, PB56, Q138, Q973, Q021}) +
-        ordinary_or_additional + tax_on_advances_of_the_slip(slip) + severance_taken_off(slip) +
-        instalments_of_the_slip(slip) + surtaxes_charged(slip);
+    const double expected = lines_of_kind(slip, 1) +
+                            slip.sum({Q162, Q224, Q137, P535, PB56, Q138, Q973, Q021}) +
+                            ordinary_or_additional + tax_on_advances_of_the_slip(slip) +
+                            severance_taken_off(slip) + instalments_of_the_slip(slip) +
+                            surtaxes_charged(slip) + slip.sum({Q285, Q288, QA08, QA11, QA38});
     return equal("P259", expected, slip.now(P259));
 }
 
@@ -369,10 +371,16 @@ Outcome ceiling(const CalculatedSlip& slip) {
 
 // ---- Tax ----
 
+/// An excess of the further deduction that the last slip has put on a plan counts as withheld.
+double further_deduction_on_plan(const CalculatedSlip& slip) {
+    return slip.month() == 1 ? 0 : std::max(0.0, slip.was(Q277) - slip.was(Q276));
+}
+
 Outcome tax(const CalculatedSlip& slip) {
     const double settled = slip.now(Q021) - slip.now(Q022);
     return first_of({
-        equal("Q014", slip.was(Q014) + slip.now(Q137) + settled, slip.now(Q014)),
+        equal("Q014", slip.was(Q014) + slip.now(Q137) + settled + further_deduction_on_plan(slip),
+              slip.now(Q014)),
         equal("P258",
               slip.sum({Q137, Q138}) + tax_on_advances_of_the_slip(slip) +
                   (pays_severance(slip) ? slip.now(Q129) : 0),
@@ -388,8 +396,8 @@ Outcome adjustment(const CalculatedSlip& slip) {
     }
     const bool suspended = slip.now(P792) == 1;
     const bool taken_as_paid = !suspended && slip.month() == 12 && !slip.entertainer();
-    const double withheld =
-        slip.was(Q014) + slip.now(Q515) + (suspended || taken_as_paid ? slip.was(Q801) : 0);
+    const double withheld = slip.was(Q014) + further_deduction_on_plan(slip) + slip.now(Q515) +
+                            (suspended || taken_as_paid ? slip.was(Q801) : 0);
     const double refund = arrotonda(std::max(0.0, withheld - *due));
     const double charge = arrotonda(std::max(0.0, *due - withheld));
     return first_of({
@@ -441,6 +449,93 @@ Outcome deduction_months(const CalculatedSlip& slip) {
         month_share,
         equal("Q656", settles ? slip.now(Q657) : before + slip.now(Q657), slip.now(Q656)),
     });
+}
+
+// ---- Bonuses ----
+
+/// Does the slip pay bonuses? Without income tax it does not.
+bool pays_bonuses(const CalculatedSlip& slip) {
+    const bool by_date = slip.year() * 100 + slip.month() >= 201405;
+    return by_date && slip.now(P118) != kAdjustmentOnly &&
+           (slip.now(P031) != 0 || slip.now(Q274) != 0);
+}
+
+/// In July 2020 another sum begins in the fields of the bonus.
+double bonus_before(const CalculatedSlip& slip) {
+    const bool begins = slip.year() == 2020 && slip.month() == 7 && !slip.additional() &&
+                        pays_bonuses(slip) && slip.now(P084) == 0;
+    return begins ? 0 : slip.was(Q279);
+}
+
+Outcome bonus(const CalculatedSlip& slip) {
+    const double paid = slip.sum({P022, Q280}) - slip.now(Q281);
+    const Outcome to_date = equal("Q279", bonus_before(slip) + paid, slip.now(Q279));
+    const bool judged = pays_bonuses(slip) && !slip.additional() && slip.now(P031) != kFlatTax;
+    if (to_date || !judged || slip.now(P084) != 0) {
+        return to_date;
+    }
+    if (slip.settles_year()) {
+        return equal("Q279", bonus_due(slip), slip.sum({Q278, Q279}));
+    }
+    const std::optional<double> month = bonus_of_the_month(slip);
+    return month ? equal("P022", *month, slip.now(P022)) : std::nullopt;
+}
+
+/// Excess above the year's stays in the year's deductions: its plan takes it back.
+Outcome further_deduction(const CalculatedSlip& slip) {
+    if (!takes_deductions(slip) || slip.now(P084) != 0) {
+        return std::nullopt;
+    }
+    if (slip.settles_year()) {
+        return slip.sum({Q276, Q277, QA10}) == 0
+                   ? std::nullopt
+                   : first_of({equal("Q276", further_deduction_due(slip), slip.now(Q276)),
+                               equal("Q277", slip.sum({Q276, QA10}), slip.now(Q277))});
+    }
+    const double before = slip.month() == 1 ? 0 : slip.was(Q276);
+    return first_of({equal("Q277", further_deduction_of_the_month(slip), slip.now(Q277)),
+                     equal("Q276", before + slip.now(Q277), slip.now(Q276))});
+}
+
+Outcome integrative_sum(const CalculatedSlip& slip) {
+    const Outcome to_date =
+        equal("QA34", slip.was(QA34) + slip.sum({PC33, QA41}) - slip.now(QA42), slip.now(QA34));
+    if (to_date || slip.year() < 2025 || slip.now(PC32) != 0 || !pays_bonuses(slip)) {
+        return to_date;
+    }
+    return slip.settles_year() ? equal("QA34", integrative_sum_due(slip), slip.now(QA34))
+                               : equal("PC33", integrative_sum_of_the_month(slip), slip.now(PC33));
+}
+
+/// Total, paid, and what this slip takes, of a sum that is given back.
+struct PlanFields {
+    Descriptor excess;
+    Descriptor total;
+    Descriptor paid;
+    std::vector<Descriptor> taken;
+};
+
+/// What the slip takes is paid of the total; nobody pays more than that. What a leaver's slip takes
+/// of an old plan is not in the new total.
+Outcome plan(const CalculatedSlip& slip, const PlanFields& fields) {
+    constexpr double kLeast = 0.10;
+    const double taken = slip.sum(fields.taken);
+    const bool begins = slip.settles_year() && slip.now(fields.excess) >= kLeast;
+    const bool leaves = slip.settles_year() && slip.now(P017) > 0;
+    const std::string_view paid = fields.paid.name();
+    if (slip.now(fields.paid) > slip.now(fields.total)) {
+        return broken(paid, slip.now(fields.total), slip.now(fields.paid));
+    }
+    if (begins && leaves) {
+        return equal(paid, slip.now(fields.excess), slip.now(fields.paid));
+    }
+    return equal(paid, (begins ? 0 : slip.was(fields.paid)) + taken, slip.now(fields.paid));
+}
+
+Outcome restitution(const CalculatedSlip& slip) {
+    return first_of({plan(slip, {Q281, Q284, Q286, {Q285, Q288}}),
+                     plan(slip, {QA10, QA05, QA09, {QA08, QA11}}),
+                     plan(slip, {QA42, QA37, QA39, {QA38}})});
 }
 
 // ---- Severance ----
@@ -546,6 +641,10 @@ constexpr auto kIdentities = std::to_array<Identity>({{"gross", gross},
                                                       {"tax", tax},
                                                       {"adjustment", adjustment},
                                                       {"deduction_months", deduction_months},
+                                                      {"bonus", bonus},
+                                                      {"further_deduction", further_deduction},
+                                                      {"integrative_sum", integrative_sum},
+                                                      {"restitution", restitution},
                                                       {"severance", severance},
                                                       {"pension_fund", pension_fund},
                                                       {"surtax", surtax}});

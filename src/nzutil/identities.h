@@ -14,6 +14,10 @@
 //   tax               tax of the slip and to date
 //   adjustment        the year's tax by the scale, less the certificate, against what was withheld
 //   deduction_months  employment deduction, its days, and both to date
+//   bonus             bonus paid, due, taken back
+//   further_deduction the same of the further deduction, and
+//   integrative_sum   of the integrative sum
+//   restitution       what is taken back by instalments never exceeds its total
 //   severance         accrual of the year, what is left of the fund, what a leaver is paid of it
 //   pension_fund      what goes to the fund, its sums; of who gives all his accrual nothing is left
 //   drop              a slip that is not calculated leaves the record as it was

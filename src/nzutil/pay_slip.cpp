@@ -17,6 +17,7 @@
 #include "records/fields.h"
 #include "records/numbers.h"
 #include "severance/advances.h"
+#include "tax/bonus_restitution.h"
 #include "texts/tool_texts.h"
 
 namespace nzutil {
@@ -198,7 +199,7 @@ constexpr std::array<ClosingLine, 23> kClosingLines{{
     {&texts::kSlipRefund, Q022, true},          {&texts::kSlipContributions, Q224, false},
     {&texts::kSlipIncomeTax, Q137, false},      {&texts::kSlipTaxDue, Q021, false},
     {&texts::kSlipFlatTax, P535, false},        {&texts::kSlipReliefTax, P762, false},
-    {&texts::kSlipReliefTax, P764, false},      {&texts::kSlipBonusBack, Q281, false},
+    {&texts::kSlipReliefTax, P764, false},      {&texts::kSlipIntegrativeSum, QA41, true},
     {&texts::kSlipRoundingIn, Q162, false},     {&texts::kSlipSeverancePacket, PA49, true},
     {&texts::kSlipSeverancePacket, PA50, true}, {&texts::kSlipPacketTax, PA52, false},
     {&texts::kSlipPacketTax, PA53, false},      {&texts::kSlipBackPayTax, Q138, false},
@@ -219,6 +220,15 @@ constexpr std::array<ClosingLine, 7> kSeveranceLines{{
 void closing_line(Lines& lines, const texts::Text& label, double amount, bool earning) {
     if (amount != 0) {
         line_of(lines, "   ", label.bytes(), "", "", earning ? amount : 0, earning ? 0 : amount);
+    }
+}
+
+/// Bonuses taken back, each with its note.
+void restitution_lines(Lines& lines) {
+    for (const ModSWCALB::Restitution& sum : ModSWCALB::kRestitutions) {
+        if (const texts::Text* note = ModSWCALB::restitution_note(sum)) {
+            closing_line(lines, *note, ModSWCALB::taken_back(sum), false);
+        }
     }
 }
 
@@ -288,6 +298,7 @@ void closing_lines(Lines& lines) {
         closing_line(lines, *line.label, num(line.field), line.earning);
     }
     surtax_lines(lines);
+    restitution_lines(lines);
     advance_lines(lines);
     if (pays_severance()) {
         severance_lines(lines);

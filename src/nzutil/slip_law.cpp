@@ -170,22 +170,6 @@ std::optional<double> contributions_behind(double net, const Rates& rates, doubl
     return std::nullopt;
 }
 
-// ---- Tax ----
-
-double tax_by_scale(const CalculatedSlip& slip, double base) {
-    double tax = 0;
-    double from = 0;
-    for (const CalculatedSlip::Bracket& bracket : slip.brackets()) {
-        const double to = slip.now(P031) == 2 ? base : std::min(base, bracket.limit);
-        if (to <= from) {
-            break;
-        }
-        tax += (to - from) * bracket.percent / 100;
-        from = to;
-    }
-    return tax;
-}
-
 // ---- Employment deduction ----
 
 /// Art. 13, c. 1, 1.1 and 5 TUIR in the form of L. 234/2021, amounts of a year.
@@ -334,6 +318,20 @@ std::optional<double> contributions_on_separate_amounts(const CalculatedSlip& sl
     return first && second ? std::optional(*first + *second) : std::nullopt;
 }
 
+double tax_by_scale(const CalculatedSlip& slip, double base) {
+    double tax = 0;
+    double from = 0;
+    for (const CalculatedSlip::Bracket& bracket : slip.brackets()) {
+        const double to = slip.now(P031) == 2 ? base : std::min(base, bracket.limit);
+        if (to <= from) {
+            break;
+        }
+        tax += (to - from) * bracket.percent / 100;
+        from = to;
+    }
+    return tax;
+}
+
 std::optional<double> tax_of_the_year(const CalculatedSlip& slip) {
     if (slip.now(P747) != 0) {  // a large family is paid what its tax cannot take
         return std::nullopt;
@@ -345,6 +343,11 @@ std::optional<double> tax_of_the_year(const CalculatedSlip& slip) {
     return std::max(
         0.0, gross - slip.now(Q174) - certificate.off_tax -
                  slip.sum({Q657, Q277, Q648, Q649, Q650, Q652, Q665, Q651, Q653, Q668, Q741}));
+}
+
+double deduction_at_income(const CalculatedSlip& slip, double income) {
+    const bool by_income = slip.now(P583) == 0 || slip.now(P583) == 2;
+    return by_income ? yearly_deduction(slip, income) : 0;
 }
 
 double deduction_of_the_year(const CalculatedSlip& slip) {

@@ -39,9 +39,13 @@ struct FundShares {
 /// holds without them.
 [[nodiscard]] std::optional<double> contributions_on_separate_amounts(const CalculatedSlip& slip);
 
+/// Gross tax on a yearly base by the scale of the employee, not rounded.
+[[nodiscard]] double tax_by_scale(const CalculatedSlip& slip, double base);
 /// Net tax of the whole year by the scale, not rounded.
 [[nodiscard]] std::optional<double> tax_of_the_year(const CalculatedSlip& slip);
 
+/// Employment deduction of a whole year at an income; 0 where another form holds (P583).
+[[nodiscard]] double deduction_at_income(const CalculatedSlip& slip, double income);
 /// Employment deduction (art. 13 TUIR since 2022) for the year's days, and for the month's.
 [[nodiscard]] double deduction_of_the_year(const CalculatedSlip& slip);
 [[nodiscard]] double deduction_of_the_month(const CalculatedSlip& slip);

@@ -18,9 +18,10 @@ namespace {
 constexpr std::array kContributionSums{Q001, Q002, Q003, Q004, Q005, Q007, Q009, Q010, Q063, Q094,
                                        Q168, Q170, Q926, Q927, Q974, Q845, P919, QA16, QA29};
 
-/// Income, tax, and what came off it: the tax is the year's (TUIR, art. 7).
-constexpr std::array kTaxSums{Q013, Q014, Q021, Q022, Q174, Q276, Q278, Q279, Q666,
-                              Q740, Q742, Q773, Q801, Q804, Q314, QA21, QA34, Q261};
+/// Income, tax, and what came off it: the tax is the year's (TUIR, art. 7). So are the bonuses;
+/// what of them is given back by instalments runs on.
+constexpr std::array kTaxSums{Q013, Q014, Q021, Q022, Q174, Q276, Q278, Q279, Q666, Q740,
+                              Q742, Q773, Q801, Q804, Q314, QA15, QA21, QA34, Q261};
 
 /// Premiums, tips and sports pay: their favours have a limit a year.
 constexpr std::array kFavouredSums{Q110, Q776, Q777, Q778, Q779, Q808, QA27, QA28, QA32, QA33};
@@ -46,10 +47,11 @@ constexpr std::array kSeveranceReliefs{Q687, Q688, Q689, Q690, Q691, Q744};
 constexpr std::array kSurtaxes{Q316, Q320, Q339, Q340, Q342, Q343, Q674, Q675, Q678};
 
 /// Counters of days, hours, weeks and months: of deductions, of work, of the events of the month,
-/// of the accident insurance. Twelfths of the 13th (Q164); those of the 14th (Q165) run from July.
+/// of the accident insurance, without bonus. Twelfths of the 13th (Q164); those of the 14th (Q165)
+/// run from July.
 constexpr std::array kCounters{Q061, Q062, Q069, Q070, Q071, Q074, Q075, Q079, Q080, Q081,
                                Q131, Q134, Q164, Q191, Q214, Q215, Q216, Q217, Q218, Q219,
-                               Q220, Q221, Q222, Q223, Q658, Q659, Q660, Q805};
+                               Q220, Q221, Q222, Q223, Q658, Q659, Q660, Q805, Q991};
 
 /// Other sums of lines and slips: accident insurance by month beside its days, travel pay, exempt
 /// amounts, family allowances, typed lines, the adjustments that others have worked out (Q067), pay

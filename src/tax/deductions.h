@@ -31,6 +31,8 @@ struct DeductionState {
         double third = 0;   ///< P588
         bool only_first = false;
     } household;
+    /// What the dependants give for a whole year, by the month's slip and after the quotients.
+    double family_of_a_year = 0;
     /// One letter a slot: "S" in order, "N" a share without a tax code.
     std::string slot_marks = std::string(kSlotCount, 'S');
 };
@@ -49,6 +51,9 @@ extern DeductionState deduction_state;
 /// Quotient of a deduction: its first four decimals are taken, the rest is dropped; not below 0.
 [[nodiscard]] double deduction_quotient(double dividend, double divisor);
 
+/// Employment deduction of a whole year at an income, in euro and not rounded; 0 for somebody who
+/// has none (P583).
+[[nodiscard]] double employment_deduction_of_year(double income);
 /// Employment deduction by income; the month's share, or the year's by days.
 void CALCOLADETRAZIONIREDDITO_2022();
 /// Older employment deduction, from the sums of the yearly table.

@@ -200,19 +200,33 @@ void quotients(const Family& family) {
     scrivi(Q663, deduction_quotient(kOthersIncome - family.income, kOthersIncome));
 }
 
-/// A quotient of 0 or 1 gives nothing (art. 12, c. 4 TUIR): the field stays as the slip cleared it.
+/// What is left of a class by income. A quotient of 0 or 1 gives nothing (art. 12, c. 4 TUIR).
+double share_by_income(const ClassFields& fields) {
+    if (fields.quotient == Quotient::none) {
+        return 1;
+    }
+    const double quotient = num(fields.quotient == Quotient::children ? Q662 : Q663);
+    return quotient > 0 && quotient < 1 ? quotient : 0;
+}
+
 void apply_quotients(const Amounts& amounts) {
     for (std::size_t i = 0; i < kClassCount; ++i) {
-        const ClassFields& fields = kClassFields[i];
-        if (fields.quotient == Quotient::none) {
-            scrivi(fields.on_the_slip, amounts[i]);
-            continue;
-        }
-        const double quotient = num(fields.quotient == Quotient::children ? Q662 : Q663);
-        if (quotient > 0 && quotient < 1) {
-            scrivi(fields.on_the_slip, amounts[i] * quotient);
+        scrivi(kClassFields[i].on_the_slip, amounts[i] * share_by_income(kClassFields[i]));
+    }
+}
+
+/// What twelve months like this one would give; the bonus of the month is measured on it.
+double deductions_of_a_year_like_this_month(const Family& family) {
+    const int month = static_cast<int>(MXLIBRERIA::period.yyyymm());
+    double sum = num(Q741) * 12;
+    for (const FamilyMember& member : family.members) {
+        const double amount = amount_in_month(family, member, month);
+        if (amount > 0) {
+            const auto which = static_cast<std::size_t>(class_in_month(member, month));
+            sum += arrotonda(amount * member.share / 100) * share_by_income(kClassFields[which]);
         }
     }
+    return sum;
 }
 
 double sum_of(std::initializer_list<Descriptor> fields) {
@@ -247,6 +261,7 @@ void DetrFamiliari() {
     const Amounts amounts = tax_state.ConguaglioAnnuale ? take_year(family) : take_month(family);
     quotients(family);
     apply_quotients(amounts);
+    deduction_state.family_of_a_year = deductions_of_a_year_like_this_month(family);
     totals();
 }
 

@@ -2,13 +2,12 @@
 
 #include <algorithm>
 #include <array>
-#include <limits>
-#include <span>
 
 #include "context/trace.h"
 #include "records/fields.h"
 #include "records/numbers.h"
 #include "tax/deductions.h"
+#include "tax/income_ranges.h"
 #include "tax/income_tax.h"
 
 namespace ModSWCALB {
@@ -16,20 +15,6 @@ namespace ModSWCALB {
 using namespace MXREPOSITORY;
 
 namespace {
-
-/// For from <= R <= to: base + slope x (top - R) / divisor + extra, not above `limit`.
-struct IncomeRange {
-    double from;
-    double to;
-    double base;
-    double slope;
-    double top;
-    double divisor;
-    double extra;
-    double limit;
-};
-
-constexpr double kUnlimited = std::numeric_limits<double>::max();
 
 // Workers, art. 13, c. 1 and 1.1 TUIR (L. 234/2021). An income that no range takes keeps the first
 // amount: 15000.01 does.
@@ -49,21 +34,6 @@ constexpr std::array kPensionerRanges{
     IncomeRange{28000.01, 50000, 0, 700, 50000, 22000, 0, kUnlimited},
 };
 
-double amount_in(const IncomeRange& range, double income) {
-    const double amount =
-        range.base + range.slope * (range.top - income) / range.divisor + range.extra;
-    return std::min(amount, range.limit);
-}
-
-double amount_by_income(std::span<const IncomeRange> ranges, double income, double otherwise) {
-    for (const IncomeRange& range : ranges) {
-        if (income >= range.from && income <= range.to) {
-            return amount_in(range, income);
-        }
-    }
-    return otherwise;
-}
-
 bool other_income() {
     return num(P583) == 2;
 }
@@ -78,17 +48,6 @@ bool pensioner() {
 double pensioner_amount(double income) {
     const double amount = amount_by_income(kPensionerRanges, income, 0);
     return amount > 0 && ModSWCALM::company_is("90000000088") ? amount + 50 : amount;
-}
-
-/// Deduction of a whole year, D.
-double yearly_amount(double income) {
-    if (other_income()) {
-        return deduction_quotient(55000 - income, 50200) * 1104;  // art. 13, c. 5 TUIR
-    }
-    if (worker()) {
-        return amount_by_income(kWorkerRanges, income, kWorkerFirstAmount);
-    }
-    return pensioner() ? pensioner_amount(income) : 0;
 }
 
 /// A day's share for each day of the month; without days one instalment of the year.
@@ -138,10 +97,20 @@ void settle_year(double yearly, double income) {
 
 }  // namespace
 
+double employment_deduction_of_year(double income) {
+    if (other_income()) {
+        return deduction_quotient(55000 - income, 50200) * 1104;  // art. 13, c. 5 TUIR
+    }
+    if (worker()) {
+        return amount_by_income(kWorkerRanges, income, kWorkerFirstAmount);
+    }
+    return pensioner() ? pensioner_amount(income) : 0;
+}
+
 void CALCOLADETRAZIONIREDDITO_2022() {
     MXLIBRERIA::TRACCIA("CALCOLADETRAZIONIREDDITO_2022");
     const double income = deduction_income();
-    const double yearly = yearly_amount(income);
+    const double yearly = employment_deduction_of_year(income);
     if (tax_state.ConguaglioAnnuale) {
         settle_year(yearly, income);
     } else {

@@ -77,14 +77,17 @@ bool leaves_on_new_years_eve_2006() {
 // ---- Phases of CALCIMPOSTA ----
 
 void clear_deductions() {
+    book_further_deduction_on_plan();
     for (const Descriptor& field : kDeductionFields) {
         scrivi(field, 0);
     }
     azzera({QA10, QA11, Q654, Q661, Q662, Q663, Q670, Q772});
     deduction_state.household = {};
+    deduction_state.family_of_a_year = 0;
 }
 
-/// Months (Q658) and days (Q659) that carry deductions.
+/// Months (Q658) and days (Q659) that carry deductions. The slip that adjusts still needs the days
+/// without bonus (Q991).
 void count_period() {
     if (adjustment_only()) {
         return;
@@ -95,7 +98,9 @@ void count_period() {
         aggiungi(Q658, instalments == 0 ? 1 : Int(12 / instalments));
     } else if (month_counts_for_deductions()) {
         aggiungi(Q659, num(P215));
-        scrivi(Q991, 0);
+        if (!tax_state.ConguaglioAnnuale) {
+            scrivi(Q991, 0);
+        }
         aggiungi(Q658, 1);
     }
 }

@@ -333,6 +333,21 @@ inline constexpr Text kContractNotFound{Kind::box, " CODICE CONTRATTO NON TROVAT
 // Closing
 inline constexpr Text kOverCeiling{Kind::line, " HA SUPERATO IL MASSIMALE DI E."};
 
+// Bonuses taken back: the note of the slip, which the control lists show too
+inline constexpr Text kBonusBackAtOnce{Kind::line, "REST.BONUS DL3/2020                "};
+inline constexpr Text kBonusBackOnLeaving{Kind::line, "CESS. CON REST.BONUS DL3/2020  "};
+inline constexpr Text kBonusBackByInstalments{Kind::line, "REST.BONUS RATEALE DL3/2020        "};
+inline constexpr Text kFurtherDeductionBack{Kind::line, "RESTITUZIONE TUTTO ULTERIORE DETR. "};
+inline constexpr Text kFurtherDeductionBackByInstalments{Kind::line,
+                                                         "RESTITUZIONE RATE ULTERIORE DETR.  "};
+inline constexpr Text kIntegrativeBackAtOnce{Kind::line, "REST.SOMMA INTEGRATIVA             "};
+inline constexpr Text kIntegrativeBackOnLeaving{Kind::line, "CESS. CON REST.SOMMA INTEGRAT. "};
+inline constexpr Text kIntegrativeBackByInstalments{Kind::line,
+                                                    "REST.SOMMA INTEGRATIVA RATEALE     "};
+/// Between the total and the number of instalments, and between that and the amount of each.
+inline constexpr Text kRestitutionInstalments{Kind::line, " RATE "};
+inline constexpr Text kRestitutionEach{Kind::line, " DA "};
+
 // Control lists
 /// The path of the printed list follows.
 inline constexpr Text kListPrinted{Kind::line, "Lista stampata in "};
@@ -457,7 +472,6 @@ inline constexpr Text kSlipTipsTax{Kind::tool, "Imposta sostitutiva mance"};
 inline constexpr Text kSlipRegional{Kind::tool, "Rata addizionale regionale"};
 inline constexpr Text kSlipMunicipal{Kind::tool, "Rata addizionale comunale"};
 inline constexpr Text kSlipMunicipalAdvance{Kind::tool, "Rata acconto comunale"};
-inline constexpr Text kSlipBonusBack{Kind::tool, "Restituzione trattamento int."};
 inline constexpr Text kSlipRoundingIn{Kind::tool, "Arrotondamento precedente"};
 inline constexpr Text kSlipRoundingOut{Kind::tool, "Arrotondamento del mese "};
 inline constexpr Text kSlipWage{Kind::tool, "Imponibile contributivo"};

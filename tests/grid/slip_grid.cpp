@@ -262,22 +262,22 @@ bool known(const std::vector<LedgerRow>& ledger, const std::string& figure, int 
 }
 
 /// Columns of the law's rows:
-/// year,monthly,payments,gross,contributions,taxable,gross_tax,deduction, tax,net. Only the figures
-/// that both sides have are compared.
+/// year,monthly,payments,gross,contributions,taxable,gross_tax,deduction,further,tax,bonus,
+/// integrative,net. Only the figures that both sides have are compared.
 struct Figure {
     const char* name;
     std::size_t ours;
     std::size_t law;
 };
 constexpr std::array kFigures{Figure{"contributions", 3, 4}, Figure{"taxable", 4, 5},
-                              Figure{"tax", 6, 8}, Figure{"net", 7, 9}};
+                              Figure{"tax", 6, 9}, Figure{"net", 7, 12}};
 
 int compare_with_law(const std::vector<std::string>& found, const char* law_file,
                      const std::vector<LedgerRow>& ledger) {
     std::map<std::pair<int, int>, std::vector<std::string>> law;
     for (const std::string& line : lines_of_file(law_file)) {
         std::vector<std::string> cells = cells_of(line);
-        if (cells.size() == 10 && cells[0] != "year") {
+        if (cells.size() == 13 && cells[0] != "year") {
             const std::pair<int, int> key{static_cast<int>(valore(cells[0])),
                                           static_cast<int>(valore(cells[1]))};
             law[key] = std::move(cells);

@@ -7,8 +7,8 @@
 //   CSV law_reference --check FILE              compares with the cases of a file
 //
 // What it holds: a whole year at work (365 days), first insured after 1995, no other income, no
-// dependants, 12 payments a year unless told. What it leaves out: contribution cuts of 2022 to
-// 2024, bonuses, the further deductions of 2020, 2021 and 2025, surtaxes.
+// dependants, 12 payments a year unless told; the bonus, the further deduction and the integrative
+// sum with it. What it leaves out: contribution cuts of 2022 to 2024, surtaxes.
 //
 // Amounts are whole cents; tax and deduction are exact in ten-thousandths of a cent and are rounded
 // to the cent once, at the end.
@@ -158,6 +158,99 @@ Fine employment_deduction(int year, Cents income) {
     return deduction;
 }
 
+// ---- Further deduction ----
+
+/// For over < R <= up_to: fixed + variable x (top - R) / width, the whole of it for a whole year.
+struct FurtherRange {
+    int from_year;
+    int to_year;
+    Cents over;
+    Cents up_to;
+    Cents fixed;
+    Cents variable;
+    Cents top;
+    Cents width;
+};
+
+constexpr std::array kFurther{
+    // D.L. 3/2020, art. 2, c. 1, for the half year from July 2020
+    FurtherRange{2020, 2020, euro(28000), euro(35000), euro(480), euro(120), euro(35000),
+                 euro(7000)},
+    FurtherRange{2020, 2020, euro(35000), euro(40000), 0, euro(480), euro(40000), euro(5000)},
+    // L. 178/2020, art. 1, c. 8
+    FurtherRange{2021, 2021, euro(28000), euro(35000), euro(960), euro(240), euro(35000),
+                 euro(7000)},
+    FurtherRange{2021, 2021, euro(35000), euro(40000), 0, euro(960), euro(40000), euro(5000)},
+    // L. 207/2024, art. 1, c. 6
+    FurtherRange{2025, 2026, euro(20000), euro(32000), euro(1000), 0, 0, 1},
+    FurtherRange{2025, 2026, euro(32000), euro(40000), 0, euro(1000), euro(40000), euro(8000)},
+};
+
+Fine further_deduction(int year, Cents income) {
+    for (const FurtherRange& row : kFurther) {
+        if (takes(row, year, income)) {
+            return row.fixed * kFine + row.variable * kFine * (row.top - income) / row.width;
+        }
+    }
+    return 0;
+}
+
+// ---- Bonus and integrative sum: paid beside the wage, not taxed ----
+
+/// A credit up to an income, from there falling to nothing over 2000 euro.
+struct Credit {
+    int from_year;
+    int to_year;
+    Cents amount;
+    Cents whole_up_to;
+    bool falls;
+};
+
+constexpr std::array kCredits{
+    Credit{2014, 2014, euro(640), euro(24000), true},    // D.L. 66/2014, art. 1
+    Credit{2015, 2017, euro(960), euro(24000), true},    // L. 190/2014, art. 1, c. 12
+    Credit{2018, 2019, euro(960), euro(24600), true},    // L. 205/2017, art. 1, c. 132
+    Credit{2020, 2020, euro(480), euro(24600), true},    // the same, January to June
+    Credit{2020, 2020, euro(600), euro(28000), false},   // D.L. 3/2020, art. 1, from July
+    Credit{2021, 2021, euro(1200), euro(28000), false},  // the same
+    Credit{2022, 2026, euro(1200), euro(15000), false},  // L. 234/2021, art. 1, c. 3
+};
+
+/// From 2022, above 15000 and up to 28000: what the tax leaves of the deductions, at most 1200.
+Fine untaken(int year, Cents income, Fine tax, Fine deduction) {
+    const bool in_band = year >= 2022 && income > euro(15000) && income <= euro(28000);
+    return in_band ? std::clamp<Fine>(deduction - tax, 0, euro(1200) * kFine) : 0;
+}
+
+/// A credit is due only where the tax is above the employment deduction, which from 2024 counts 75
+/// less (D.Lgs. 216/2023, art. 1, c. 3).
+Fine bonus_of(int year, Cents income, Fine tax, Fine deduction) {
+    const Fine lowered = year >= 2024 && income <= euro(15000) ? euro(75) * kFine : 0;
+    Fine bonus = untaken(year, income, tax, deduction);
+    if (tax <= deduction - lowered) {
+        return bonus;
+    }
+    for (const Credit& credit : kCredits) {
+        if (year < credit.from_year || year > credit.to_year) {
+            continue;
+        }
+        const Cents above = income - credit.whole_up_to;
+        const Cents left = credit.falls ? euro(2000) - above : 0;
+        bonus += above <= 0 ? credit.amount * kFine
+                            : credit.amount * kFine * std::max<Cents>(left, 0) / euro(2000);
+    }
+    return bonus;
+}
+
+/// L. 207/2024, art. 1, c. 4: percent of the income, in tenths.
+Fine integrative_sum(int year, Cents income) {
+    if (year < 2025 || income > euro(20000)) {
+        return 0;
+    }
+    const std::int64_t tenths = income <= euro(8500) ? 71 : income <= euro(15000) ? 53 : 48;
+    return income * tenths * (kFine / 1000);
+}
+
 // ---- Contributions ----
 
 constexpr std::int64_t kRate = 919;              ///< hundredths of a percent
@@ -223,7 +316,10 @@ struct Year {
     Cents taxable = 0;
     Cents gross_tax = 0;
     Cents deduction = 0;
+    Cents further = 0;  ///< further deduction
     Cents tax = 0;
+    Cents bonus = 0;
+    Cents integrative = 0;  ///< integrative sum
     Cents net = 0;
 };
 
@@ -242,8 +338,12 @@ std::optional<Year> year_of(int year, Cents monthly, int payments) {
     const Fine deduction = employment_deduction(year, result.taxable);
     result.gross_tax = rounded(tax);
     result.deduction = rounded(deduction);
-    result.tax = rounded(std::max<Fine>(tax - deduction, 0));
-    result.net = result.taxable - result.tax;
+    const Fine further = further_deduction(year, result.taxable);
+    result.further = rounded(further);
+    result.tax = rounded(std::max<Fine>(tax - deduction - further, 0));
+    result.bonus = rounded(bonus_of(year, result.taxable, tax, deduction));
+    result.integrative = rounded(integrative_sum(year, result.taxable));
+    result.net = result.taxable - result.tax + result.bonus + result.integrative;
     return result;
 }
 
@@ -281,14 +381,16 @@ int whole(std::string_view digits) {
 }
 
 constexpr std::string_view kColumns =
-    "year,monthly,payments,gross,contributions,taxable,gross_tax,deduction,tax,net";
+    "year,monthly,payments,gross,contributions,taxable,gross_tax,deduction,further,tax,"
+    "bonus,integrative,net";
 
 std::string row_of(int year, Cents monthly, int payments, const Year& result) {
     std::ostringstream row;
     row << year << ',' << text(monthly) << ',' << payments << ',' << text(result.gross) << ','
         << text(result.contributions.total()) << ',' << text(result.taxable) << ','
-        << text(result.gross_tax) << ',' << text(result.deduction) << ',' << text(result.tax) << ','
-        << text(result.net);
+        << text(result.gross_tax) << ',' << text(result.deduction) << ',' << text(result.further)
+        << ',' << text(result.tax) << ',' << text(result.bonus) << ',' << text(result.integrative)
+        << ',' << text(result.net);
     return row.str();
 }
 
@@ -306,7 +408,10 @@ int show(int year, Cents monthly, int payments) {
               << "Taxable        " << text(result->taxable) << '\n'
               << "Gross tax      " << text(result->gross_tax) << '\n'
               << "Deduction      " << text(result->deduction) << '\n'
+              << "Further        " << text(result->further) << '\n'
               << "Tax            " << text(result->tax) << '\n'
+              << "Bonus          " << text(result->bonus) << '\n'
+              << "Integrative    " << text(result->integrative) << '\n'
               << "Net            " << text(result->net) << '\n';
     return 0;
 }

@@ -112,7 +112,7 @@ TEST(YearOpening, SumsOfTheYearAreEmptied) {
           Q781, Q110, Q509, Q898, Q953, Q956, Q926, Q927, Q974, Q845, Q782, Q847, Q520, Q523,
           Q529, Q534, Q680, QA27, QA28, QA32, QA33, P919, Q687, Q688, Q689, Q690, Q691, Q744,
           Q062, Q205, Q215, Q358, Q360, Q363, Q061, Q067, Q805, Q615, QA16, QA29, Q954, Q955,
-          Q962, QA01, QA02, QA03, QA04, QA21, Q261, P111, QA44}) {
+          Q962, QA01, QA02, QA03, QA04, QA15, QA21, Q261, Q991, P111, QA44}) {
         EXPECT_EQ(opened_value(field, {{field, 5.0}}), 0) << field.name();
     }
 }

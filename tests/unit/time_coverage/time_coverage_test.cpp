@@ -30,6 +30,7 @@
 #include "severance/tfr.h"
 #include "slip/seniority.h"
 #include "slip/slip.h"
+#include "tax/bonus_law.h"
 #include "tax/deductions.h"
 #include "tests/support/record_areas.h"
 #include "tests/support/scripted_window.h"
@@ -220,6 +221,15 @@ struct DatedRule {
     std::function<int()> branches_taken;
 };
 
+int one_law_of_the_bonus() {
+    return ModSWCALB::bonus_laws_of(yyyymm());
+}
+
+/// A month without one counts as the branch "none".
+int one_further_deduction_at_most() {
+    return std::max(1, ModSWCALB::further_deduction_laws_of(yyyymm()));
+}
+
 const std::vector<DatedRule> kRules{
     {"dated defaults of the fixed data", most_defaults_of_a_field},
     {"dated defaults come to rest", defaults_come_to_rest},
@@ -239,6 +249,8 @@ const std::vector<DatedRule> kRules{
     {"correction of the year-end index", year_end_index_is_mended_once},
     {"series of the year-end index", year_end_stands_in_one_series},
     {"deduction on severance pay", deduction_on_severance_by_leaving},
+    {"bonus", one_law_of_the_bonus},
+    {"further deduction", one_further_deduction_at_most},
 };
 
 void set_period(int year, int month) {
