@@ -36,9 +36,10 @@ double plan_total(const Restitution& sum) {
     return num(sum.total) - number_in(sum.settled_apart);
 }
 
-/// What is still to be taken of the plan in the record; 0 without one, and when it is finished.
+/// What is still to be taken of the plan in the record; 0 without one (a total without a count is
+/// none), and when it is finished.
 double rest_of(const Restitution& sum) {
-    return std::max(0.0, arrotonda(plan_total(sum) - num(sum.paid)));
+    return num(sum.count) == 0 ? 0 : std::max(0.0, arrotonda(plan_total(sum) - num(sum.paid)));
 }
 
 /// The instalment of the month: even shares, and with the last one all that is left.
