@@ -22,20 +22,10 @@ namespace {
 // ---- Classes that only set amounts aside ----
 
 /// Classes 6, 8 and 9 are told apart for the yearly ceiling; class 6 under it (the ceiling flag),
-/// and 8 and 9 always, leave the base.
+/// and 8 and 9 always, leave the base. A deduction of these classes adds its amount as well.
 void set_aside_by_class() {
-    const double amount = num(Z153);
-    const double declared = num(Z013);
-    if (declared == 8) {
-        slip.class8_seen = true;
-    } else if (declared == 9) {
-        slip.ceiling_totals[4] += amount;
-    } else if (declared == 6 && !slip.ceiling_flag) {
-        slip.ceiling_totals[3] += amount;
-    } else if (declared == 6) {
-        slip.ceiling_totals[1] += num(Z011) == 2 && num(Z014) == 0 ? amount : 0;
-        slip.ceiling_totals[2] += amount;
-    }
+    slip.class8_seen = slip.class8_seen || num(Z013) == 8;
+    set_aside(num(Z153));
 }
 
 /// Amounts that make up the difference settled in January (Z157 = 1).
@@ -166,6 +156,18 @@ void date_the_mark_Q788() {
             scrivi(Q789, period.month_year());
             return;
         }
+    }
+}
+
+void set_aside(double amount) {
+    const double declared = num(Z013);
+    if (declared == 9) {
+        slip.ceiling_totals[4] += amount;
+    } else if (declared == 6 && !slip.ceiling_flag) {
+        slip.ceiling_totals[3] += amount;
+    } else if (declared == 6) {
+        slip.ceiling_totals[1] += num(Z011) == 2 && num(Z014) == 0 ? amount : 0;
+        slip.ceiling_totals[2] += amount;
     }
 }
 

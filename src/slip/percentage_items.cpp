@@ -51,7 +51,7 @@ double taxable_of(const std::string& line) {
 }
 
 /// Gives every line of the code the quantity of the item in FOTX$; the change of their amounts, and
-/// of what their fiscal class lets into the taxable amount.
+/// of what their fiscal class lets into the taxable amount. Premiums and tips of the slip follow.
 Change rewrite_lines_of(int code) {
     Change change;
     const double quantity = num(Z151);
@@ -60,8 +60,10 @@ Change rewrite_lines_of(int code) {
             const double taxable_before = taxable_of(line);
             scrivi(Z151, quantity);
             const std::string rewritten = line_from_item(line);
-            change.amount += line_amount(rewritten) - line_amount(line);
+            const double grown = line_amount(rewritten) - line_amount(line);
+            change.amount += grown;
             change.taxable += taxable_of(rewritten) - taxable_before;
+            set_aside(grown);
             set_slip_line(number, rewritten);
         }
         return true;

@@ -22,6 +22,9 @@ void NONSOCHECALCOLI();
 void NONSOCHECALCOLI_COCOCO_SPORT();
 /// What of the amount in FOTX$ (Z151, Z152, Z153) its fiscal class lets into P256; books nothing.
 [[nodiscard]] double taxable_part();
+/// Adds an amount of the item in FOTX$ to the totals that its fiscal class sets aside: premiums
+/// (6), tips (9); nothing for other classes.
+void set_aside(double amount);
 /// Is the contribution wage (P240) kept in whole euro? In cents only with P169 set and F041 not 1.
 [[nodiscard]] bool wage_is_whole();
 /// Travel pay: Q027, Q028, P468 from the excess just worked out.

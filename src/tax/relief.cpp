@@ -55,6 +55,13 @@ void add_premium_to_date(const Descriptor& tax) {
     aggiungi(Q779, num(tax));
 }
 
+/// The closing has emptied the taxable amount of who has no income tax: nothing joins it any more.
+void join_taxable(double amount) {
+    if (num(P031) != 0) {
+        aggiungi(P256, amount);
+    }
+}
+
 // ---- Premiums that give a tax credit ----
 
 /// Only where the month's tax is withheld on an ordinary slip.
@@ -88,7 +95,7 @@ void DETASSAZIONE() {
     add_premium_to_date(tax);
     const double told_as_premium =
         tax_state.ConguaglioAnnuale ? 0 : slip.ceiling_totals[kPayToldAsPremium];
-    aggiungi(P256, held_back + num(P759) - num(P761) - told_as_premium);
+    join_taxable(held_back + num(P759) - num(P761) - told_as_premium);
     aggiungi(P259, num(tax));
 }
 
@@ -105,7 +112,7 @@ void DETRPREMI() {
     TRACCIA("DETRPREMI");
     const double premium = arrotonda(num(Q110) - slip.former_Q110);
     if (num(P040) == 0 && num(P025) == 1) {
-        aggiungi(P256, premium);
+        join_taxable(premium);
         aggiungi(Q005, -premium);
     }
     tax_state.tax_credit = 0;

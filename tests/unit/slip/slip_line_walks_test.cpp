@@ -1,5 +1,7 @@
 // Walks over the lines for one purpose each.
 
+#include <array>
+
 #include "slip_fixture.h"
 
 namespace slip_tests {
@@ -448,8 +450,31 @@ TEST_F(PercentageItems, MoveTheTaxableByWhatTheirClassLetsIn) {
             << "class " << row.fiscal_class << " limit " << row.limit;
     }
     EXPECT_FALSE(slip.class8_seen);  // nothing is booked a second time
-    EXPECT_DOUBLE_EQ(slip.ceiling_totals[3], 0);
     EXPECT_DOUBLE_EQ(num(Q027), 0);
+}
+
+TEST_F(PercentageItems, PremiumsAndTipsFollowTheirLines) {
+    struct Row {
+        double fiscal_class;
+        double social_class;
+        bool under_ceiling;
+        std::array<double, 5> totals;
+    };
+    // Two lines of 15 and of 10 go to 30: 35 more. Total 1 has the pay told as premium, 2 the
+    // premiums, 3 class 6 as ordinary pay, 4 the tips.
+    for (const Row& row : {Row{6, 0, true, {0, 35, 35, 0, 0}}, Row{6, 1, true, {0, 0, 35, 0, 0}},
+                           Row{6, 0, false, {0, 0, 0, 35, 0}}, Row{9, 0, true, {0, 0, 0, 0, 35}},
+                           Row{8, 0, true, {0, 0, 0, 0, 0}}, Row{1, 0, true, {0, 0, 0, 0, 0}}}) {
+        FieldValues values = fields(row.fiscal_class);
+        values.emplace_back(Z014, row.social_class);
+        item(30, values, {".P240", "%1.5", "=OG"});
+        lines({line_of(30, 15, 1), line_of(30, 10, 1)});
+        slip.ceiling_flag = row.under_ceiling;
+        slip.ceiling_totals = {};
+        recompute_percentage_items();
+        EXPECT_EQ(slip.ceiling_totals, row.totals)
+            << "class " << row.fiscal_class << " social " << row.social_class;
+    }
 }
 
 TEST_F(PercentageItems, UnderThePremiumCeilingClassSixMovesNothing) {

@@ -290,6 +290,16 @@ TEST_F(Bases, FiscalClassSixUnderTheCeilingGoesToItsTotals) {
     EXPECT_DOUBLE_EQ(slip.ceiling_totals[3], 0);
 }
 
+TEST_F(Bases, ADeductionOfAPremiumOrATipAddsToItsTotalAsWell) {
+    slip.ceiling_flag = true;
+    line(100, {{Z011, 1}, {Z013, 6}, {Z014, 1}});
+    line(30, {{Z011, 1}, {Z013, 9}});
+    EXPECT_DOUBLE_EQ(slip.ceiling_totals[1], 0);
+    EXPECT_DOUBLE_EQ(slip.ceiling_totals[2], 100);
+    EXPECT_DOUBLE_EQ(slip.ceiling_totals[4], 30);
+    EXPECT_DOUBLE_EQ(num(P256), 0);
+}
+
 // ---- Marks and differences ----
 
 TEST_F(Bases, AnItemThatStoresQ788IsDated) {

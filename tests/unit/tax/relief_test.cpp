@@ -123,6 +123,31 @@ TEST_F(ReliefTest, PayToldAsPremiumLeavesOrdinaryIncomeUnlessTheSlipAdjusts) {
     EXPECT_EQ(num(P256), 2045.95);
 }
 
+TEST_F(ReliefTest, PayToldAsPremiumMayExceedOrdinaryIncome) {
+    scrivi(P256, 300);
+    premium(500, 500);
+    DETASSAZIONE();
+    EXPECT_EQ(num(P256), -154.05);  // 300 + 45.95 - 500: the month's taxable stops at 0 later
+}
+
+TEST_F(ReliefTest, WithoutIncomeTaxNothingJoinsTheTaxable) {
+    scrivi(P031, 0);
+    scrivi(P256, 0);
+    premium(4000, 500);
+    DETASSAZIONE();
+    EXPECT_EQ(num(P759), 3000);
+    EXPECT_EQ(num(P760), 275.70);  // 3000 x 9.19 %
+    EXPECT_EQ(num(P762), 136.22);  // 2724.30 x 5 % = 136.215: the flat tax is due
+    EXPECT_EQ(num(P256), 0);       // neither the 1000 above the ceiling nor the 275.70
+    EXPECT_EQ(num(Q776), 3000);
+    scrivi(P025, 1);
+    scrivi(Q005, 700);
+    premium_of_the_lines(600);
+    DETRPREMI();
+    EXPECT_EQ(num(P256), 0);
+    EXPECT_EQ(num(Q005), 100);
+}
+
 TEST_F(ReliefTest, OnAnAdditionalSlipTheTaxHasItsOwnField) {
     set_period("30062024", '0');
     premium(1000);
@@ -199,6 +224,14 @@ TEST_F(ReliefTest, ThePremiumsOfEarlierSlipsGiveNothing) {
     DETRPREMI();
     EXPECT_EQ(num(Q174), 0);
     EXPECT_EQ(tax_state.tax_credit, 0);
+}
+
+TEST_F(ReliefTest, TheFlatRegimeGivesTheFirstRateAtAnyIncome) {
+    scrivi(P256, 10000);
+    premium_of_the_lines(100);  // (10000 - 100) x 12 = 118800: 43 % by the scale
+    scrivi(P031, 2);
+    DETRPREMI();
+    EXPECT_EQ(num(Q174), 121.90);  // 23 % of 530
 }
 
 TEST_F(ReliefTest, NoCreditWhereTheMonthIsNotTaxedByItself) {
