@@ -286,13 +286,14 @@ Outcome contributions(const CalculatedSlip& slip) {
 
 /// The part of the taxable that the lines give, with the contributions taken off.
 double taxable_of_lines(const CalculatedSlip& slip, double lines, double separate) {
-    double taxable = slip.now(P031) == 0 ? 0 : lines;
+    const double with_premiums = lines + premium_into_taxable(slip) + premiums_in_taxable(slip);
+    double taxable = slip.now(P031) == 0 ? 0 : with_premiums;
     if (slip.collaborator() && slip.now(P957) == 1) {
         taxable += slip.now(P451);
     }
     const bool employer_pays = slip.now(PB20) != 0 && slip.now(PB20) != 2;
     taxable += employer_pays ? 0 : slip.sum({P212, Q053});
-    taxable += slip.now(P794) + premium_into_taxable(slip) + premiums_in_taxable(slip);
+    taxable += slip.now(P794);
     if (slip.now(P118) != kAdjustmentOnly) {
         taxable += separate - slip.now(Q224);
     }
