@@ -5,7 +5,6 @@
 
 #include "calc/exemption_terms.h"
 #include "calc/extra_payments.h"
-#include "calc/incentives.h"
 #include "calc/phases.h"
 #include "calc/remaining.h"
 #include "closing/closing.h"
@@ -163,7 +162,6 @@ void RESTOCALCOLI() {
     TRACCIA("RESTOCALCOLI");
     const StartingRates rates = starting_rates();
     opening_values();
-    keep_exemption_of_other_slip();
     clear_month_results(rates);
     prepare_month();
     divisors_and_hourly_values();

@@ -36,7 +36,7 @@ constexpr ExemptionCap of_year_or_own(const Descriptor& field) {
 // Code, classes, hirings from and to, months (open-ended, others), last period, percent, cap. A "?"
 // stands where the law has been inferred from the year, the cap and the classes of the code.
 constexpr std::array kCodes{
-    // South, decree of the Ministry of Labour 367/2016; made up until 28 February 2019 ?
+    // South, decree of the Ministry of Labour 367/2016; until February 2019 ?
     ExemptionCode{'1', kAllClasses, 20170101, 20171231, for_all(12), 201902, 100, of_year(F437)},
     // Young people, decree 394/2016: half for fixed terms ?
     ExemptionCode{'2', kFixedTerm, 20170101, 20171231, for_all(12), 201902, 50, of_year(F439)},
@@ -130,10 +130,6 @@ constexpr std::array kNorthernRegions{Regions{3, 3}, Regions{6, 11}, Regions{17,
 /// Starts before 2015 count from there.
 constexpr Date kFirstStart{1, 1, 2015};
 
-bool within(const Date& date, int first, int last) {
-    return date.exists() && date.yyyymmdd() >= first && date.yyyymmdd() <= last;
-}
-
 }  // namespace
 
 bool ExemptionCode::admits(std::string_view contract_class) const {
@@ -141,13 +137,8 @@ bool ExemptionCode::admits(std::string_view contract_class) const {
            (contract_class.size() == 1 && classes.find(contract_class) != std::string_view::npos);
 }
 
-bool ExemptionCode::covers(const Date& start, const Date& hiring) const {
-    if (within(start, first_hire, last_hire)) {
-        return true;
-    }
-    const bool moved_by_suspension = last_period != kNoLastPeriod && start.exists();
-    return moved_by_suspension && within(hiring, first_hire, last_hire) &&
-           start.yyyymmdd() > hiring.yyyymmdd();
+bool ExemptionCode::covers(const Date& start) const {
+    return start.exists() && start.yyyymmdd() >= first_hire && start.yyyymmdd() <= last_hire;
 }
 
 Date ExemptionCode::end(const Date& start, std::string_view contract_class) const {

@@ -42,7 +42,7 @@ struct ExemptionCode {
     int first_hire;            ///< yyyymmdd
     int last_hire;             ///< yyyymmdd
     ExemptionMonths months;
-    int last_period;  ///< yyyymm: months lost to a suspension are made up until then; 0: none
+    int last_period;  ///< yyyymm: nothing after it, whatever the start; 0: none
     int percent;      ///< of the employer's contributions
     ExemptionCap cap;
     /// Half of the contributions, as a part of the exemption, up to this cap (P967).
@@ -50,8 +50,8 @@ struct ExemptionCode {
     Particular particular = Particular::none;
 
     [[nodiscard]] bool admits(std::string_view contract_class) const;
-    /// Is the start, or the hiring that a suspension moved to it, within the law's dates?
-    [[nodiscard]] bool covers(const Date& start, const Date& hiring) const;
+    /// Is the start within the law's dates?
+    [[nodiscard]] bool covers(const Date& start) const;
     /// The day after the last one of the exemption. It may lie beyond its month's end: the
     /// exemption then runs to the end of that month.
     [[nodiscard]] Date end(const Date& start, std::string_view contract_class) const;

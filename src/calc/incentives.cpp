@@ -92,29 +92,54 @@ double within_own_cap(double amount, double other_slip) {
     return own == 0 ? amount : std::min(amount, std::max(0.0, own - other_slip));
 }
 
+/// Days of the month in service; all of them for pay that follows the leaving.
+double days_served() {
+    const int length = days_of_month(period.year(), period.month());
+    const int days = days_in_service(length, static_cast<int>(period.yyyymm()),
+                                     Date::of(testo(P013)), Date::of(testo(P017)));
+    return days != 0 ? days : length;
+}
+
+// ---- Slips of the month ----
+
+/// Kind of the slip before this one. One of adjustment only and a collaborator's have none in P444,
+/// which then reads as 0; P281 tells ordinary slips.
+bool earlier_was_additional() {
+    return num(P444) == 0 && num(P281) != 1;
+}
+
+/// Entertainers who carry the month are paid by several ordinary slips.
+bool carries_the_month() {
+    return num(P168) == 2 || num(P168) == 3;
+}
+
+/// Wage of the earlier slip, where this one does not take its place.
+double earlier_wage() {
+    return exemption.other_slip ? slip.former_P268 : 0;
+}
+
 }  // namespace
 
 void keep_exemption_of_other_slip() {
     exemption = ExemptionState{};
-    const bool earlier_was_additional = num(P444) == 0;
-    if (slip.earlier_slip_this_month && earlier_was_additional != period.additional()) {
+    const bool replaced = earlier_was_additional() == period.additional() && !carries_the_month();
+    if (slip.earlier_slip_this_month && !replaced) {
+        exemption.other_slip = true;
         exemption.other_slip_P917 = num(P917);
         exemption.other_slip_P967 = num(P967);
         exemption.other_slip_PB51 = num(PB51);
+        exemption.other_slip_P220 = num(P220);
     }
 }
 
 int days_of_exemption(const Date& start, const Date& end) {
     const Date leaving = Date::of(testo(P017));
-    const bool leaves = leaving.given() && leaving.yyyymmdd() >= start.yyyymmdd() &&
+    const bool leaves = leaving.yyyymm() == period.yyyymm() &&
+                        leaving.yyyymmdd() >= start.yyyymmdd() &&
                         leaving.yyyymmdd() < end.yyyymmdd();
     const Date last = leaves ? leaving : Date{end.day - 1, end.month, end.year};
     return days_in_service(days_of_month(period.year(), period.month()),
                            static_cast<int>(period.yyyymm()), start, last);
-}
-
-double wage_of_month() {
-    return slip.former_P268 + num(P240);
 }
 
 double twelfth(double yearly) {
@@ -126,7 +151,7 @@ double twelfth(double yearly) {
 // D.L. 76/2013, art. 1: a third of the wage for a hiring of young people
 void CALCOLA_INCENTIVO_DL76() {
     TRACCIA("CALCOLA_INCENTIVO_DL76");
-    const double wage = slip.former_P268 + (period.ordinary() ? num(P250) : 0);
+    const double wage = earlier_wage() + (period.ordinary() ? num(P250) : 0);
     scrivi(P889, by_days(std::min(wage / kWageThird, num(F432))));
 }
 
@@ -145,14 +170,12 @@ void share_of_wage() {
     }
     // In the month of the end the wage counts by days.
     const double days = days_of_exemption(start, months_after(start, incentive->months));
-    const double in_service = days_in_service(days_of_month(period.year(), period.month()),
-                                              static_cast<int>(period.yyyymm()),
-                                              Date::of(testo(P013)), Date::of(testo(P017)));
-    const double counted = days < in_service ? days / in_service : days > 0 ? 1 : 0;
+    const double served = days_served();
+    const double counted = days < served ? days / served : days > 0 ? 1 : 0;
     const double other_slip =
         incentive->amount == PB51 ? exemption.other_slip_PB51 : exemption.other_slip_P917;
     scrivi(incentive->amount,
-           within_own_cap(wage_of_month() * incentive->percent / 100 * counted, other_slip));
+           within_own_cap(num(P240) * incentive->percent / 100 * counted, other_slip));
 }
 
 void yearly_exemption_share() {
@@ -165,7 +188,7 @@ void yearly_exemption_share() {
     } else if (left < share) {
         share -= left;
     }
-    azzera({P917, P918, P940, P919});
+    azzera({P917, P918, P940, P919, P967, PC36});
     scrivi(P917, share);
     scrivi(Q974, before + num(P917));
 }
@@ -176,8 +199,9 @@ void geographical_relief() {
     if (relief == nullptr || period.additional()) {
         return;
     }
-    const double contributions = wage_of_month() * employer_percentages.PCTDATORE / 100;
-    scrivi(P220, std::min(contributions * relief->percent / 100, relief->limit));
+    const double contributions = num(P240) * employer_percentages.PCTDATORE / 100;
+    scrivi(P220, std::min(contributions * relief->percent / 100,
+                          std::max(0.0, relief->limit - exemption.other_slip_P220)));
     aggiungi(Q845, num(P220));
 }
 

@@ -126,7 +126,7 @@ bool region_admitted(const ExemptionCode& code) {
 DaysInside days_inside(const ExemptionCode& code) {
     const Date start = exemption_start();
     const bool too_late = code.last_period != 0 && period.yyyymm() > code.last_period;
-    if (too_late || !code.covers(start, Date::of(testo(P013)))) {
+    if (too_late || !code.covers(start)) {
         return {};
     }
     return {days_of_exemption(start, code.end(start, testo(P412))), start.year};
@@ -140,9 +140,9 @@ double employer_percent() {
            (num(T714) == 1 ? num(S332) : 0);
 }
 
-/// A percentage of the employer's contributions on the month's wage.
+/// A percentage of the employer's contributions on the slip's wage.
 double relief_of(double percent) {
-    const double contributions = wage_of_month() * employer_percent() / 100;
+    const double contributions = num(P240) * employer_percent() / 100;
     return std::max(0.0, arrotonda(contributions * percent / 100));
 }
 

@@ -2,6 +2,7 @@
 #include <string>
 #include <utility>
 
+#include "calc/incentives.h"
 #include "calc/phases.h"
 #include "context/period.h"
 #include "context/utilities.h"
@@ -206,6 +207,7 @@ void open_slip(double employee_record) {
     keep_days_of_previous_slip();
     svuota({P260});
     slip.earlier_slip_this_month = ritaglia(testo(Q179), 3, 6) == period.month_year();
+    keep_exemption_of_other_slip();
     set_days_of_month();
     set_switches();
     set_sector_rate();

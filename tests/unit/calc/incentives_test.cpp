@@ -22,6 +22,9 @@ TEST_F(Incentives, AThirdOfTheWageUpToTheLimit) {
     wage(1000);
     slip.former_P268 = 500;
     CALCOLA_INCENTIVO_DL76();
+    EXPECT_EQ(num(P889), 333.33);  // the earlier slip is replaced
+    exemption.other_slip = true;
+    CALCOLA_INCENTIVO_DL76();
     EXPECT_EQ(num(P889), 500);
 }
 
@@ -31,6 +34,7 @@ TEST_F(Incentives, OnAnAdditionalSlipOnlyTheEarlierWageCounts) {
     CALCOLA_INCENTIVO_DL76();
     EXPECT_EQ(num(P889), 0);
     slip.former_P268 = 1200;
+    exemption.other_slip = true;
     CALCOLA_INCENTIVO_DL76();
     EXPECT_EQ(num(P889), 400);
 }
@@ -151,9 +155,15 @@ TEST_F(TerritoryRelief, EachMonthFrom2004To2030HasOneBranch) {
     EXPECT_EQ(classes_three, 123);  // 3 of 2020, ten years
 }
 
-TEST_F(TerritoryRelief, CountsTheEarlierSlipOfTheMonth) {
+TEST_F(TerritoryRelief, IsOnTheWageOfTheSlipWithinTheLimitOfTheMonth) {
     slip.former_P268 = 1000;
-    EXPECT_EQ(in("052024", 1), 277.29);  // 3000 x 30.81 % x 30 %
+    EXPECT_EQ(in("052024", 1), 184.86);  // 2000 alone: a replaced slip is no wage
+    exemption.other_slip = true;
+    exemption.other_slip_P220 = 92.43;  // of 1000
+    EXPECT_EQ(in("052024", 1), 184.86);
+    EXPECT_EQ(in("052025", 3), 52.57);  // 145 - 92.43
+    exemption.other_slip_P220 = 150;
+    EXPECT_EQ(in("052025", 3), 0);
 }
 
 // ---- A twelfth of a yearly amount ----
@@ -210,6 +220,27 @@ TEST_F(YearlyShare, TakesThePlaceOfTheGeneralExemption) {
     EXPECT_EQ(num(P918) + num(P919) + num(P940), 0);
 }
 
+TEST_F(YearlyShare, LeavesNothingOfThePartsOfTheGeneralExemption) {
+    scrivi(P955, 8060);
+    scrivi(Q974, 8060.50);
+    scrivi(P917, 0.50);
+    scrivi(P967, 0.50);
+    scrivi(PC36, 500);
+    exemption.added_to_Q974 = 0.50;
+    yearly_exemption_share();
+    EXPECT_EQ(num(P917), 0);  // 8060 are used up
+    EXPECT_EQ(num(P967), 0);
+    EXPECT_EQ(num(PC36), 0);
+}
+
+TEST_F(YearlyShare, AnAmountLoweredInTheYearIsAskedBackAtOnce) {
+    scrivi(P955, 3000);
+    scrivi(Q974, 5000);
+    yearly_exemption_share();
+    EXPECT_EQ(num(P917), -2000);
+    EXPECT_EQ(num(Q974), 3000);
+}
+
 TEST(Twelfth, IsCutToTheCent) {
     EXPECT_EQ(twelfth(8060), 671.66);
     EXPECT_EQ(twelfth(8000), 666.66);
@@ -241,7 +272,9 @@ TEST_F(ShareOfWage, SixtyPercentOrTwenty) {
     EXPECT_EQ(num(PB51), 400);
     EXPECT_EQ(share("L"), 0);
     slip.former_P268 = 500;
-    EXPECT_EQ(share("O"), 1500);
+    EXPECT_EQ(share("O"), 1200);  // of the wage of the slip
+    exemption.other_slip = true;
+    EXPECT_EQ(share("O"), 1200);
     EXPECT_EQ(num(Q974), 0);  // no contributions: not part of the year's exemption
 }
 
@@ -270,6 +303,12 @@ TEST_F(ShareOfWage, NeedsAnOpenEndedContractAndAHiringOfTheLaw) {
     EXPECT_EQ(hired("31112023"), 0);
     scrivi(P939, "01072023");
     EXPECT_EQ(share("O"), 1200);
+    EXPECT_EQ(share("P"), 400);
+    scrivi(P939, "31062023");  // no day of the calendar: the hiring does not stand in for it
+    scrivi(P013, "01072023");
+    EXPECT_EQ(share("O"), 0);
+    EXPECT_EQ(share("P"), 0);
+    scrivi(P939, "01072023");
     scrivi(P412, "D");
     EXPECT_EQ(share("O"), 0);
 }
@@ -289,6 +328,11 @@ TEST_F(ShareOfWage, TheMonthOfTheEndCountsByDays) {
     EXPECT_EQ(share("O"), 900);  // 15 of the 20 in service
     scrivi(P017, "10062024");
     EXPECT_EQ(share("O"), 1200);  // all 10
+    scrivi(P017, "20052024");
+    EXPECT_EQ(share("O"), 600);  // pay after the leaving: 15 of 30 days
+    at("310520244");
+    EXPECT_EQ(share("O"), 1200);
+    at("300620244");
     scrivi(P017, "00000000");
     at("300620234");
     EXPECT_EQ(share("O"), 1200);  // the wage of the month of hiring is that of its days
@@ -302,6 +346,7 @@ class OtherSlip : public Incentives {
         scrivi(P917, 616.20);
         scrivi(P967, 250);
         scrivi(PB51, 400);
+        scrivi(P220, 92.43);
         slip.earlier_slip_this_month = true;
     }
 };
@@ -312,10 +357,37 @@ TEST_F(OtherSlip, OfTheOtherKindHasTakenItsPart) {
     EXPECT_EQ(exemption.other_slip_P917, 616.20);
     EXPECT_EQ(exemption.other_slip_P967, 250);
     EXPECT_EQ(exemption.other_slip_PB51, 400);
+    EXPECT_EQ(exemption.other_slip_P220, 92.43);
+    EXPECT_TRUE(exemption.other_slip);
     at("310520240");
     scrivi(P444, 4);
     keep_exemption_of_other_slip();
     EXPECT_EQ(exemption.other_slip_P917, 616.20);
+}
+
+TEST_F(OtherSlip, WithoutAKindIsOrdinaryWhereP281SaysSo) {
+    struct Case {
+        int P281;
+        const char* period;
+        double taken;
+    };
+    svuota(P444);
+    for (const Case& of : {Case{1, "310520244", 0}, Case{1, "310520240", 616.20},
+                           Case{0, "310520244", 616.20}, Case{0, "310520240", 0}}) {
+        at(of.period);
+        scrivi(P281, of.P281);
+        keep_exemption_of_other_slip();
+        EXPECT_EQ(exemption.other_slip_P917, of.taken) << of.P281 << of.period;
+    }
+}
+
+TEST_F(OtherSlip, OfAnEntertainerWhoCarriesTheMonthCountsWhateverItsKind) {
+    scrivi(P444, 4);
+    for (const auto& [kind, taken] : {std::pair{0, 0.0}, {1, 0.0}, {2, 616.20}, {3, 616.20}}) {
+        scrivi(P168, kind);
+        keep_exemption_of_other_slip();
+        EXPECT_EQ(exemption.other_slip_P917, taken) << kind;
+    }
 }
 
 TEST_F(OtherSlip, OfTheSameKindIsReplaced) {
@@ -331,11 +403,13 @@ TEST_F(OtherSlip, OfTheSameKindIsReplaced) {
 TEST_F(OtherSlip, OfAnotherMonthCountsNotAndTheStateStartsAgain) {
     scrivi(P444, 0);
     slip.earlier_slip_this_month = false;
-    exemption = {1, 2, 3, 4};
+    exemption = {true, 1, 2, 3, 4, 5};
     keep_exemption_of_other_slip();
+    EXPECT_FALSE(exemption.other_slip);
     EXPECT_EQ(exemption.other_slip_P917, 0);
     EXPECT_EQ(exemption.other_slip_P967, 0);
     EXPECT_EQ(exemption.other_slip_PB51, 0);
+    EXPECT_EQ(exemption.other_slip_P220, 0);
     EXPECT_EQ(exemption.added_to_Q974, 0);
 }
 

@@ -118,6 +118,10 @@ TEST_F(NewHireExemption, ShowsTheLimitOfCodesRAndS) {
     scrivi(P959, 610);
     EXPECT_EQ(exempted(), 610);
     EXPECT_EQ(num(PC36), 610);
+    exemption.other_slip_P917 = 500;
+    EXPECT_EQ(exempted(), 110);
+    EXPECT_EQ(num(PC36), 610);  // the limit of the month, both slips
+    exemption.other_slip_P917 = 0;
     scrivi(P916, "T");
     EXPECT_EQ(exempted(), 610);
     EXPECT_EQ(num(PC36), 0);
@@ -253,14 +257,64 @@ TEST_F(NewHireExemption, StartsTo2016CountTheDayByTheYear) {
     EXPECT_EQ(exempted(), 375.36);
 }
 
-TEST_F(NewHireExemption, EndsWithItsLastPeriod) {
-    scrivi(P916, "1");
-    scrivi(P013, "15122017");
-    scrivi(P939, "15032018");  // three months of suspension
-    at("280220194");
-    EXPECT_EQ(exempted(), 616.20);
-    at("310320194");
-    EXPECT_EQ(exempted(), 0);  // 14 days would be left
+TEST_F(NewHireExemption, P939IsTheDateOfTheHiringWhereItIsGiven) {
+    struct Case {
+        const char* code;
+        const char* P013;
+        const char* P939;
+        const char* period;
+        double exempted;
+    };
+    for (const Case& of :
+         {Case{"1", "15122017", "00000000", "310120184", 616.20},
+          {"1", "15122017", "15032018", "310320184", 0},  // another year than the law's
+          {"1", "15032018", "15122017", "310320184", 616.20},
+          {"2", "15122017", "15032018", "310320184", 0},
+          {"3", "15122017", "15032018", "310320184", 0},
+          {"7", "15122018", "15032019", "310320194", 0},
+          {"B", "15122019", "15032020", "310320204", 0},
+          {"D", "15122020", "15032021", "310320214", 0},
+          {"D", "15032021", "15122020", "310320214", 616.20}}) {
+        at(of.period);
+        scrivi(P916, of.code);
+        scrivi(P013, of.P013);
+        scrivi(P939, of.P939);
+        scrivi(Q974, 0);
+        EXPECT_EQ(exempted(), of.exempted) << of.code << " " << of.P013 << " " << of.P939;
+    }
+}
+
+TEST_F(NewHireExemption, CodeFiveCountsFromTheHiringWhereP939IsEmpty) {
+    scrivi(P916, "5");
+    scrivi(P013, "01092023");
+    at("310820244");
+    EXPECT_EQ(exempted(), 250);  // the half, 308.10, above 3000 / 12
+    at("300920244");
+    EXPECT_EQ(exempted(), 0);
+    scrivi(P939, "01022024");
+    EXPECT_EQ(exempted(), 250);
+    scrivi(P939, "31022024");  // no day of the calendar
+    EXPECT_EQ(exempted(), 0);
+}
+
+TEST_F(NewHireExemption, PayAfterTheLeavingHasTheLimitOfAWholeMonth) {
+    scrivi(P017, "20052024");
+    at("310520244");
+    wage(2500);
+    EXPECT_EQ(exempted(), 430.20);  // 20 x 21.51
+    at("300620244");
+    EXPECT_EQ(exempted(), 666.66);
+    wage(500);
+    EXPECT_EQ(exempted(), 154.05);  // 500 x 30.81 %
+}
+
+TEST_F(NewHireExemption, IsOnTheWageOfTheSlip) {
+    slip.former_P268 = 2000;
+    wage(1000);
+    EXPECT_EQ(exempted(), 308.10);
+    exemption.other_slip = true;
+    exemption.other_slip_P917 = 616.20;
+    EXPECT_EQ(exempted(), 50.46);  // what is left of 666.66
 }
 
 TEST_F(NewHireExemption, CodeBIsNotForTheNorth) {
