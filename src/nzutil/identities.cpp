@@ -143,9 +143,18 @@ double instalments_of_the_slip(const CalculatedSlip& slip) {
     return sum;
 }
 
-/// Who leaves is charged with the year's surtaxes, or gets the advance back, on the slip itself.
+/// ddmmyyyy as yyyymmdd, blank where there is none.
+std::string day_of(const CalculatedSlip& slip, const Descriptor& date) {
+    const std::string text = slip.text(date);
+    return slip.now(date) == 0 ? "" : text.substr(4, 4) + text.substr(2, 2) + text.substr(0, 2);
+}
+
+/// Who leaves is charged with the year's surtaxes, or gets the advance back, on the slip itself; a
+/// leaving date before the start is of an earlier employment.
 bool settles_surtaxes_of_leaver(const CalculatedSlip& slip) {
-    return slip.settles_year() && slip.now(P017) > 0 && slip.now(P938) != 1;
+    const bool leaves =
+        slip.now(P017) > 0 && day_of(slip, P017) >= day_of(slip, slip.now(P014) != 0 ? P014 : P013);
+    return slip.settles_year() && leaves && slip.now(P938) != 1;
 }
 
 double surtaxes_charged(const CalculatedSlip& slip) {

@@ -65,6 +65,33 @@ std::vector<std::string> columns_of(const std::string& file,
     return columns;
 }
 
+double amount_in(const Municipality& row, std::string_view column) {
+    const auto found =
+        std::ranges::find(row.columns, column, [](const auto& entry) { return entry.first; });
+    return found == row.columns.end() ? 0 : found->second.number();
+}
+
+/// A rate without a limit would never be applied, and limits that do not rise leave bands out.
+void refuse_wrong_bands(const Municipality& row) {
+    double former = 0;
+    bool ended = false;
+    for (std::size_t i = 0; i < ModSWCALB::kMunicipalBands; ++i) {
+        const std::string limit_column = ModSWCALB::kLimitColumns[i];
+        const double limit = amount_in(row, limit_column);
+        if (limit == 0) {
+            if (amount_in(row, ModSWCALB::kRateColumns[i]) != 0) {
+                throw ToolError(texts::kToolCsvNoLimit, {ModSWCALB::kRateColumns[i], limit_column});
+            }
+            ended = true;
+            continue;
+        }
+        if (ended || limit <= former) {
+            throw ToolError(texts::kToolCsvLimits, {limit_column});
+        }
+        former = limit;
+    }
+}
+
 Municipality municipality_of(const std::vector<std::string>& columns,
                              const std::vector<std::string>& cells) {
     if (cells.size() != columns.size()) {
@@ -78,6 +105,7 @@ Municipality municipality_of(const std::vector<std::string>& columns,
     if (row.code().size() != kCodeWidth) {
         throw ToolError(texts::kToolCsvCode, {row.code()});
     }
+    refuse_wrong_bands(row);
     return row;
 }
 

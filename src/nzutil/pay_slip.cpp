@@ -288,7 +288,7 @@ void surtax_lines(Lines& lines) {
     if (num(P118) != kAdjustmentOnly) {
         instalment_lines(lines);
     }
-    if (period.ordinary() && num(P017) != 0 && num(P938) != 1) {
+    if (period.ordinary() && ModSWCALB::surtaxes_are_charged_at_once()) {
         leavers_surtax_lines(lines);
     }
 }

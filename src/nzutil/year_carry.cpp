@@ -7,6 +7,7 @@
 #include "records/fields.h"
 #include "records/numbers.h"
 #include "severance/advances.h"
+#include "tax/surtaxes.h"
 
 namespace nzutil {
 
@@ -46,9 +47,14 @@ void carry_income() {
 }
 
 void carry_surtaxes(bool left) {
-    const double advance_returned = num(Q674) == 0 ? num(Q678) + num(Q675) : 0;
-    scrivi(Q317, left ? 0 : num(Q342));
-    scrivi(Q235, left ? 0 : num(Q343) - advance_returned);
+    if (left || ModSWCALB::surtaxes_are_charged_at_once()) {
+        azzera({Q317, Q235});
+        return;
+    }
+    // Below 0, Q343 is the advance itself.
+    const bool given_up = num(Q674) == 0 && num(Q343) >= 0;
+    scrivi(Q317, num(Q342));
+    scrivi(Q235, num(Q343) - (given_up ? num(Q678) + num(Q675) : 0));
 }
 
 void carry_fund(int closed_year) {

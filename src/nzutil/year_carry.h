@@ -15,7 +15,7 @@ void set_period_to_december(int closed_year);
 void carry_income();
 /// Surtaxes of the closed year, withheld in instalments of the new one (D.Lgs. 446/1997, art. 50;
 /// D.Lgs. 360/1998, art. 1). An advance that the settlement has given up comes off the balance.
-/// Those who left have settled theirs on the last slip.
+/// Those who left, and those whose leaving date lies ahead, have settled theirs on the last slip.
 void carry_surtaxes(bool left);
 /// The fund at 31 December. Its revaluation has borne its own tax, so that it is none of what the
 /// termination taxes (TUIR, art. 19, c. 1): Q056. Advances become those of earlier years.

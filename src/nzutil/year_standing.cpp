@@ -4,19 +4,13 @@
 #include "records/dictionary/DIPX.h"
 #include "records/fields.h"
 #include "records/numbers.h"
+#include "tax/surtaxes.h"
 
 namespace nzutil {
 
 using namespace MXREPOSITORY;
 
 namespace {
-
-/// yyyymmdd of a date ddmmyyyy; 0 where there is none.
-double day_of(const Descriptor& date) {
-    const std::string text = testo(date);
-    return valore(ritaglia(text, 5, 4)) * 10000 + valore(ritaglia(text, 3, 2)) * 100 +
-           valore(ritaglia(text, 1, 2));
-}
 
 /// December's ordinary slip, as the last one: the additional one alone leaves Q171 at November.
 bool december_calculated() {
@@ -31,9 +25,7 @@ int year_of(const Descriptor& date) {
 }
 
 bool left_before(int year) {
-    const double start = day_of(num(P014) != 0 ? P014 : P013);
-    const double leaving = day_of(P017);
-    return leaving != 0 && leaving >= start && year_of(P017) < year;
+    return ModSWCALB::leaves() && year_of(P017) < year;
 }
 
 Standing standing_in_area(int year) {

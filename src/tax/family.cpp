@@ -69,6 +69,10 @@ Dependant kind_in_slot(std::size_t slot) {
     }
 }
 
+bool child_in_slot(std::size_t slot) {
+    return is_child(kind_in_slot(slot));
+}
+
 int birth_in_slot(std::size_t slot) {
     return month_of(kDependantSlots[slot].birth_date);
 }

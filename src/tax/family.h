@@ -24,6 +24,8 @@ struct FamilyMember {
 /// Kind of the dependant in a place: by its letter, and for the first place without a letter by
 /// the household (P404 spouse, P462 child, P588 other).
 [[nodiscard]] Dependant kind_in_slot(std::size_t slot);
+/// Does the place hold a child, disabled or not?
+[[nodiscard]] bool child_in_slot(std::size_t slot);
 /// Birth of the dependant in a place as yyyymm, 0 when none is given.
 [[nodiscard]] int birth_in_slot(std::size_t slot);
 /// Does the law give anything for the dependant in some month of the run's year?

@@ -10,12 +10,6 @@ MunicipalTable municipal_table;
 
 namespace {
 
-/// Columns of the bands, from the lowest.
-constexpr std::array<const char*, kMunicipalBands> kLimitColumns{
-    "FASCIA", "FASCIA_2", "FASCIA_3", "FASCIA_4", "FASCIA_5", "FASCIA_6"};
-constexpr std::array<const char*, kMunicipalBands> kRateColumns{
-    "aliquota", "aliquota_2", "aliquota_3", "aliquota_4", "aliquota_5", "aliquota_6"};
-
 /// Null and a column that the table lacks are empty.
 platform::Value column_or_empty(const char* column) {
     platform::Recordset& rows = *municipal_table.rows;

@@ -11,6 +11,11 @@
 namespace ModSWCALB {
 
 inline constexpr std::size_t kMunicipalBands = 6;
+/// Columns of the bands, from the lowest.
+inline constexpr std::array<const char*, kMunicipalBands> kLimitColumns{
+    "FASCIA", "FASCIA_2", "FASCIA_3", "FASCIA_4", "FASCIA_5", "FASCIA_6"};
+inline constexpr std::array<const char*, kMunicipalBands> kRateColumns{
+    "aliquota", "aliquota_2", "aliquota_3", "aliquota_4", "aliquota_5", "aliquota_6"};
 
 /// What a municipality charges; amounts in euro, rates in percent. What the table lacks is 0.
 struct MunicipalRates {

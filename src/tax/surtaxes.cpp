@@ -48,7 +48,7 @@ bool owes_the_rest() {
 /// The month's instalment: the last one takes what the rounding has left.
 double instalment(const Instalments& sum) {
     const double rest = arrotonda(num(sum.total) - num(sum.paid));
-    if (rest <= 0) {
+    if (rest <= 0 || period.month() <= sum.months_later) {
         return 0;
     }
     if (owes_the_rest()) {
@@ -56,7 +56,7 @@ double instalment(const Instalments& sum) {
     }
     const double number = num(sum.number);
     const double last_month = number + sum.months_later;
-    if (number == 0 || period.month() <= sum.months_later || period.month() > last_month) {
+    if (number == 0 || period.month() > last_month) {
         return 0;
     }
     return period.month() == last_month ? rest : std::min(rest, num(sum.total) / number);
@@ -75,6 +75,12 @@ void pay_out_municipal_balance() {
         aggiungi(P241, -num(Q235));
         scrivi(Q316, num(Q235));
     }
+}
+
+/// yyyymmdd of a date ddmmyyyy; 0 where there is none.
+double day_of(const Descriptor& date) {
+    const std::string text = testo(date);
+    return MXLIBRERIA::yyyymm_of(text) * 100 + valore(ritaglia(text, 1, 2));
 }
 
 }  // namespace
@@ -96,11 +102,20 @@ double RATAADDIZIONALI() {
 }
 
 bool leaves() {
-    return num(P017) > 0;
+    return num(P017) > 0 && day_of(P017) >= day_of(num(P014) != 0 ? P014 : P013);
 }
 
 bool surtaxes_are_recomputed() {
-    return !leaves() || num(P938) != 1;
+    constexpr int kDecember = 12;
+    if (leaves()) {
+        return num(P938) != 1;
+    }
+    const bool left_earlier_employment = num(P017) > 0;
+    return !left_earlier_employment || period.month() == kDecember;
+}
+
+bool surtaxes_are_charged_at_once() {
+    return leaves() && surtaxes_are_recomputed();
 }
 
 void surtaxes_of_the_year() {

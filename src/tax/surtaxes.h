@@ -11,8 +11,14 @@ namespace ModSWCALB {
 /// Surtaxes on the year's base, regional (Q342) and municipal (Q343), at the year-end adjustment;
 /// who leaves is charged at once. ImpostaLorda holds the net tax of the year.
 void surtaxes_of_the_year();
-/// Does the year-end adjustment work the surtaxes out again? With P938 = 1 not on a termination.
+/// Does the employment end, in whatever month? A leaving date (P017) before the start of the
+/// employment (P014, else P013) belongs to an earlier one.
+[[nodiscard]] bool leaves();
+/// Does the year-end adjustment work the surtaxes out again? With P938 = 1 not on a termination;
+/// where only the leaving date of an earlier employment brings the adjustment, in December alone.
 [[nodiscard]] bool surtaxes_are_recomputed();
+/// Does the slip that settles the tax charge the surtaxes of the year at once?
+[[nodiscard]] bool surtaxes_are_charged_at_once();
 /// December's ordinary slip: into how many instalments the balances go next year, 11 or 10 (T183).
 void instalments_of_next_year();
 

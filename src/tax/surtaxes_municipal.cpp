@@ -11,6 +11,7 @@
 #include "slip/slip.h"
 #include "tax/income_tax.h"
 #include "tax/municipal_table.h"
+#include "tax/surtaxes.h"
 #include "tax/surtaxes_parts.h"
 #include "texts/texts.h"
 
@@ -149,21 +150,32 @@ void set_off_advance(double amount) {
 
 // ---- Control list ----
 
+/// A rate with the decimals it has, two at least.
+std::string rate_text(double rate) {
+    constexpr int kDecimals = 5;
+    std::string text = arrotondato_testo(rate, kDecimals);
+    const std::size_t two_decimals = text.find('.') + 3;
+    while (text.size() > two_decimals && text.back() == '0') {
+        text.pop_back();
+    }
+    return text;
+}
+
 std::string method_text(const Choice& choice) {
     switch (choice.method) {
         case Method::table_rate:
-            return texts::kMunicipalTableRate.bytes() + formato_importo(num(Q902)) +
+            return texts::kMunicipalTableRate.bytes() + rate_text(num(Q902)) +
                    texts::kMunicipalByBands.bytes();
         case Method::brackets:
             return texts::kMunicipalByBrackets.bytes();
         case Method::employee_rate:
             break;
     }
-    return texts::kMunicipalEmployeeRate.bytes() + formato_importo(num(Q319));
+    return texts::kMunicipalEmployeeRate.bytes() + rate_text(num(Q319));
 }
 
-/// One line for each employee whose surtax has a rate, a calculation type or a mark. The list ends
-/// with its 999th line.
+/// One line for each employee whose surtax has a rate, a calculation type or a mark, also where no
+/// surtax is due. The list ends with its 999th line.
 void list_line(const Choice& choice, const std::string& code) {
     const bool in_play = num(Q901) != 0 || choice.marked || choice.method == Method::brackets ||
                          num(Q902) != 0 || num(Q319) != 0;
@@ -188,13 +200,11 @@ void municipal_surtax() {
     }
     azzera({Q902, Q787});
     const double base = municipal_base();
-    if (base == 0) {
-        give_advance_back();
-        return;
-    }
     Choice choice;
     if (num(Q901) == 0) {
-        azzera({Q318});
+        if (base != 0) {
+            azzera({Q318});
+        }
         const std::optional<MunicipalRates> rates = municipal_rates(code);
         if (rates && rates->exempt_up_to != 0 && rates->exempt_up_to >= base) {
             scrivi(Q787, rates->exempt_up_to);
@@ -203,8 +213,11 @@ void municipal_surtax() {
         }
         choice = choose_rate(rates, base);
     }
-    const double amount = amount_due(choice, base);
-    set_off_advance(amount);
+    if (base == 0) {
+        give_advance_back();
+    } else {
+        set_off_advance(amount_due(choice, base));
+    }
     list_line(choice, code);
 }
 

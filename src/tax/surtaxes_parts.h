@@ -1,10 +1,7 @@
 #pragma once
-// The two surtaxes of the year, each with its own table, and who is charged at once.
+// The two surtaxes of the year, each with its own table.
 
 namespace ModSWCALB {
-
-/// Has the employee left, so that the slip settles the surtaxes at once?
-[[nodiscard]] bool leaves();
 
 /// Surtax of the region on a base in euro: a fixed rule, whole-base bands or brackets, less the
 /// reductions of the region. 0 for a region without a line in the table. Keeps the columns of the

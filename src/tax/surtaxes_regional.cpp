@@ -15,6 +15,7 @@
 #include "tax/deductions.h"
 #include "tax/family.h"
 #include "tax/income_tax.h"
+#include "tax/surtaxes.h"
 #include "tax/surtaxes_parts.h"
 
 namespace ModSWCALB {
@@ -33,6 +34,7 @@ enum class Rule {
     exempt,         ///< nothing up to the limit, then brackets
     disabled,       ///< with P469, up to the limit, the fixed rate on the whole base
     softened_step,  ///< whole, but just above the limit nobody keeps less than at the limit
+    few_children,   ///< brackets; with one child at most no more than the rate up to the limit
 };
 constexpr int kNoEnd = 9999;
 
@@ -46,17 +48,26 @@ struct RegionalLaw {
 };
 /// What a region's own law fixes, by tax year. Where no row holds: by brackets (D.Lgs. 68/2011,
 /// art. 6, c. 4).
-constexpr std::array<RegionalLaw, 5> kRegionalLaws{{
+constexpr std::array<RegionalLaw, 6> kRegionalLaws{{
     {"07", 2012, kNoEnd, Rule::whole, 0, 0},            // Friuli-Venezia Giulia
     {"09", 2012, 2013, Rule::softened_step, 28000, 0},  // Liguria
-    {"18", 2024, 2025, Rule::exempt, 30000, 0},         // Provincia autonoma di Trento
-    {"20", 2024, kNoEnd, Rule::exempt, 15000, 0},       // Valle d'Aosta
-    {"21", 2022, kNoEnd, Rule::disabled, 50000, 0.9},   // Veneto
+    // Liguria, relief of the families by its budget law for 2024 (D.Lgs. 68/2011, art. 6, c. 5)
+    {"09", 2024, kNoEnd, Rule::few_children, 28000, 1.79},
+    {"18", 2024, 2025, Rule::exempt, 30000, 0},        // Provincia autonoma di Trento
+    {"20", 2024, kNoEnd, Rule::exempt, 15000, 0},      // Valle d'Aosta
+    {"21", 2022, kNoEnd, Rule::disabled, 50000, 0.9},  // Veneto
 }};
 
-enum class Relief { fixed, by_months, by_place };
+enum class Relief {
+    fixed,
+    by_months,  ///< a twelfth for each dependant's month, by the share
+    by_place,   ///< for each dependant
+    children,   ///< by_months for children alone, from the month of the birth
+};
+constexpr double kNoUpperLimit = 999999999.99;
 
-/// What comes off the surtax for bases from one limit to the other, never below 0.
+/// What comes off the surtax for bases from one limit to the other; the surtax does not fall below
+/// 0. The rows of a region add up.
 struct RegionalRelief {
     std::string_view region;
     int first_year;
@@ -65,7 +76,11 @@ struct RegionalRelief {
     Relief relief;
     double amount;
 };
-constexpr std::array<RegionalRelief, 3> kRegionalReliefs{{
+constexpr std::array<RegionalRelief, 6> kRegionalReliefs{{
+    // Bolzano, L.P. 9/1998, art. 21-undecies
+    {"03", 2024, 0, 50000, Relief::fixed, 430.50},
+    {"03", 2024, 50000.01, kNoUpperLimit, Relief::fixed, 125},
+    {"03", 2024, 0, 70000, Relief::children, 252},
     {"08", 2024, 28000, 35000, Relief::fixed, 60},   // Lazio
     {"09", 2024, 0, 28000, Relief::by_place, 200},   // Liguria
     {"15", 2022, 0, 50000, Relief::by_months, 200},  // Sardegna
@@ -96,22 +111,23 @@ std::string region_of_employee() {
     return zeri_a_sinistra(rifilato(P592), 2);
 }
 
-/// Cuts the region's line into the columns of the slip; all blank where the table has none. The
-/// table ends at an empty line or at one that begins with "*".
-void take_columns(std::string_view region) {
+/// Cuts the region's line into the columns of the slip; false, and all blank, where the table has
+/// none. The table ends at an empty line or at one that begins with "*".
+bool take_columns(std::string_view region) {
     slip.regional_columns.fill({});
     for (const std::string& line : std::span(run_tables.PARAMETRI).subspan(1)) {
         if (rifila(line).empty() || line.front() == '*') {
-            return;
+            return false;
         }
         if (ritaglia(line, 1, 2) == region) {
             for (std::size_t i = 0; i < kColumns; ++i) {
                 slip.regional_columns[i] =
                     ritaglia(line, kPositions[i], i % 2 == 0 ? kLimitWidth : kRateWidth);
             }
-            return;
+            return true;
         }
     }
+    return false;
 }
 
 struct Bracket {
@@ -131,17 +147,26 @@ Bracket bracket_of(std::size_t bracket) {
 
 // ---- Surtax on a base ----
 
+/// A rate that the bracket up to the limit does not exceed; none where the rate is 0.
+struct RateCeiling {
+    double limit = 0;
+    double rate = 0;
+};
+
 /// Sum by brackets; a line with fewer columns goes on with its last rate.
-double by_brackets(double base) {
+double by_brackets(double base, const RateCeiling& ceiling = {}) {
     double surtax = 0;
     Bracket former{0, 0};
     for (std::size_t i = 0; i < kColumns / 2; ++i) {
         if (is_closed(i)) {
             return 0;
         }
-        const Bracket bracket = bracket_of(i);
+        Bracket bracket = bracket_of(i);
         if (bracket.limit == 0) {
             break;
+        }
+        if (ceiling.rate != 0 && bracket.limit == ceiling.limit) {
+            bracket.rate = std::min(bracket.rate, ceiling.rate);
         }
         surtax += (std::min(base, bracket.limit) - former.limit) * bracket.rate / 100;
         if (base <= bracket.limit) {
@@ -185,6 +210,33 @@ double with_softened_step(double base, double limit) {
                                                : surtax;
 }
 
+// ---- Dependants ----
+
+/// Does the dependant in the place have a share?
+bool has_share(const DependantSlot& place) {
+    return num(place.share) > 0;
+}
+
+/// Is the place that of a child with a share?
+bool is_dependent_child(std::size_t place) {
+    return has_share(kDependantSlots[place]) && child_in_slot(place);
+}
+
+/// Does the place count for a sum a dependant? One born in the year of the run brings nothing yet.
+bool counts_as_dependant(std::size_t place) {
+    return has_share(kDependantSlots[place]) && birth_in_slot(place) / 100 != period.year();
+}
+
+int places_of(bool (*counts)(std::size_t place)) {
+    int number = 0;
+    for (std::size_t place = 0; place < kSlotCount; ++place) {
+        number += counts(place) ? 1 : 0;
+    }
+    return number;
+}
+
+// ---- Fixed rules ----
+
 double before_reliefs(std::string_view region, double base) {
     const RegionalLaw* const law = law_of(region);
     if (law == nullptr) {
@@ -200,60 +252,66 @@ double before_reliefs(std::string_view region, double base) {
                                                         : by_brackets(base);
         case Rule::softened_step:
             return with_softened_step(base, law->limit);
+        case Rule::few_children:
+            return places_of(is_dependent_child) > 1 ? by_brackets(base)
+                                                     : by_brackets(base, {law->limit, law->rate});
     }
     return 0;
 }
 
 // ---- Reliefs ----
 
-/// Does the dependant in the place have a share?
-bool has_share(const DependantSlot& place) {
-    return num(place.share) > 0;
+/// Months of the year as a dependant, not before the month of the birth.
+int months_as_dependant(std::size_t place) {
+    const MonthSpan months = months_granted(place);
+    const int birth = birth_in_slot(place);
+    const int born = birth / 100 == period.year() ? birth % 100 : 1;
+    return std::clamp(months.last - std::max(months.first, born) + 1, 0, 12);
 }
 
-/// A twelfth of the amount for each month and the employee's share of it; a dependant born in the
-/// year of the run brings nothing yet.
-double relief_by_months(double amount) {
+/// A twelfth of the amount for each month and the employee's share of it.
+double relief_by_months(double amount, bool (*counts)(std::size_t place)) {
     double relief = 0;
     for (std::size_t place = 0; place < kSlotCount; ++place) {
-        const DependantSlot& slot_fields = kDependantSlots[place];
-        if (!has_share(slot_fields) || birth_in_slot(place) / 100 == period.year()) {
-            continue;
+        if (counts(place)) {
+            relief +=
+                amount / 12 * months_as_dependant(place) * num(kDependantSlots[place].share) / 100;
         }
-        const MonthSpan months = months_granted(place);
-        const int number = std::clamp(months.last - months.first + 1, 0, 12);
-        relief += amount / 12 * number * num(slot_fields.share) / 100;
     }
     return relief;
 }
 
-double relief_by_place(double amount) {
-    return amount * static_cast<double>(std::ranges::count_if(kDependantSlots, has_share));
+double amount_of(const RegionalRelief& row) {
+    switch (row.relief) {
+        case Relief::fixed:
+            return row.amount;
+        case Relief::by_months:
+            return relief_by_months(row.amount, counts_as_dependant);
+        case Relief::by_place:
+            return row.amount * places_of(counts_as_dependant);
+        case Relief::children:
+            return relief_by_months(row.amount, is_dependent_child);
+    }
+    return 0;
 }
 
 double relief_of(std::string_view region, double base) {
+    double relief = 0;
     for (const RegionalRelief& row : kRegionalReliefs) {
-        if (row.region != region || period.year() < row.first_year || base < row.from ||
-            base > row.up_to) {
-            continue;
-        }
-        switch (row.relief) {
-            case Relief::fixed:
-                return row.amount;
-            case Relief::by_months:
-                return relief_by_months(row.amount);
-            case Relief::by_place:
-                return relief_by_place(row.amount);
-        }
+        const bool holds = row.region == region && row.first_year <= period.year() &&
+                           row.from <= base && base <= row.up_to;
+        relief += holds ? amount_of(row) : 0;
     }
-    return 0;
+    return relief;
 }
 
 }  // namespace
 
 double regional_surtax_on(double base) {
     const std::string region = region_of_employee();
-    take_columns(region);
+    if (!take_columns(region)) {
+        return 0;
+    }
     const double cents = arrotonda(base);
     return std::max(0.0, before_reliefs(region, cents) - relief_of(region, cents));
 }

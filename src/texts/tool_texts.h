@@ -92,6 +92,9 @@ inline constexpr Text kToolCsvCells{Kind::tool, "attesi {} valori, come nella pr
 inline constexpr Text kToolCsvCode{Kind::tool,
                                    "atteso il codice del comune, di 4 caratteri, trovato \"{}\""};
 inline constexpr Text kToolCsvNumber{Kind::tool, "{}: atteso un numero, trovato \"{}\""};
+inline constexpr Text kToolCsvNoLimit{
+    Kind::tool, "{}: manca il limite {} (un'aliquota unica vale fino a 999999.99)"};
+inline constexpr Text kToolCsvLimits{Kind::tool, "{}: i limiti devono crescere, senza salti"};
 inline constexpr Text kToolCsvTwice{Kind::tool, "il comune {} è ripetuto"};
 inline constexpr Text kToolDemoMade{
     Kind::tool, "Installazione dimostrativa creata in {}: {} dipendenti, periodo {}."};

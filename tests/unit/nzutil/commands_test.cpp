@@ -142,12 +142,13 @@ TEST_F(CommandsTest, ACsvThatCannotBeTakenNamesItsLineAndWritesNothing) {
     };
     EXPECT_NE(refusal("CHIAVE,COLORE\nH501,blu\n").find(csv + ":1: "), std::string::npos);
     EXPECT_NE(refusal("COMUNE,aliquota\nRoma,0.9\n").find(csv + ":1: "), std::string::npos);
-    EXPECT_NE(refusal("CHIAVE,aliquota\nH501,0.9\nF205,molto\n").find(csv + ":3: "),
+    EXPECT_NE(refusal("CHIAVE,FASCIA,aliquota\nH501,999999.99,0.9\nF205,999999.99,molto\n")
+                  .find(csv + ":3: "),
               std::string::npos);
     EXPECT_NE(refusal("CHIAVE,aliquota\nH501,-0.9\n").find(csv + ":2: "), std::string::npos);
     EXPECT_NE(refusal("CHIAVE,aliquota\nH501\n").find(csv + ":2: "), std::string::npos);
     EXPECT_NE(refusal("CHIAVE,aliquota\nH50,0.9\n").find(csv + ":2: "), std::string::npos);
-    EXPECT_NE(refusal("CHIAVE,aliquota\nH501,0.9\nH501,0.8\n").find(csv + ":3: "),
+    EXPECT_NE(refusal("CHIAVE,FASCIA,aliquota\nH501,9999,0.9\nH501,9999,0.8\n").find(csv + ":3: "),
               std::string::npos);
     EXPECT_NE(refusal(""), "");
     fs::remove(csv);

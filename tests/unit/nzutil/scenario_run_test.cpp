@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
+#include <regex>
 
 #include "nzutil/process.h"
 #include "nzutil/scenario.h"
@@ -77,17 +79,6 @@ TEST_F(ScenarioRunTest, CertificateIsCompared) {
                 "1000.00");
     std::filesystem::remove_all(directory.file("installazione"));
     EXPECT_EQ(run("attesi_certificazione: {X050: 1000}\n").size(), 1U);  // there is none
-}
-
-TEST_F(ScenarioRunTest, RecordsOfOtherArchivesAreCompared) {
-    const std::string two = "tabelle: {387: [\"  UNO\", DUE]}\n";
-    EXPECT_TRUE(run(two + "attesi_tabelle: {387: [\"  UNO\", DUE, \"\"]}\n").empty());
-    std::filesystem::remove_all(directory.file("installazione"));
-    expect_only(run(two + "attesi_tabelle: {387: [\"  UNO\", TRE]}\n"), "archivio 387, record 2",
-                "TRE", "DUE");
-    std::filesystem::remove_all(directory.file("installazione"));
-    expect_only(run(two + "attesi_tabelle: {387: [\"  UNO\", DUE, TRE]}\n"),
-                "archivio 387, record 3", "TRE", "niente");
 }
 
 TEST_F(ScenarioRunTest, ListLinesAreComparedOneByOneAndInNumber) {
@@ -196,6 +187,61 @@ TEST_F(ScenarioRunTest, EachRunIsShownToWhoAsks) {
             "prova.yaml", "titolo: prova\nperiodo: {data: \"31052024\"}\n" + kThreeRuns)),
         tools, directory.path()));
     EXPECT_EQ(seen, (std::vector<std::string>{"1 31052024 1", "2 30062024 1", "3 30062024 1"}));
+}
+
+/// The lines of a PDF document, with the characters that it writes in octal.
+std::vector<std::string> printed_lines(const std::string& document) {
+    std::vector<std::string> lines;
+    const std::regex shown(R"(\(([^()\n]*)\) Tj)");
+    for (std::sregex_iterator found(document.begin(), document.end(), shown), end; found != end;
+         ++found) {
+        const std::string text = (*found)[1];
+        std::string line;
+        for (std::size_t i = 0; i < text.size(); ++i) {
+            const bool octal = text[i] == '\\';
+            line +=
+                octal ? static_cast<char>(std::stoi(text.substr(i + 1, 3), nullptr, 8)) : text[i];
+            i += octal ? 3 : 0;
+        }
+        lines.push_back(line);
+    }
+    return lines;
+}
+
+TEST_F(ScenarioRunTest, TheControlListOfTheMunicipalSurtaxIsPrintedWhenAskedFor) {
+    // Rome has one rate, Turin brackets, Z999 is not in the table. The fourth is below Rome's
+    // exemption, the fifth has no tax and a rate of his own.
+    const std::string adjustment = "P118: 2, P906: 0, P084: 1, Q171: 11, Q659: 365, P003: ANNA, ";
+    std::string text =
+        "titolo: lista\nperiodo: {data: \"31122024\", tipo: \"4\"}\n"
+        "archivi: [TABCOM]\nrisposte: [\"si\"]\ndipendente:\n";
+    for (const char* own :
+         {"P002: UNO, Q013: 20000, P591: H501", "P002: DUE, Q013: 20000, P591: L219",
+          "P002: TRE, Q013: 20000, P591: Z999", "P002: QUATTRO, Q013: 9000, P591: H501",
+          "P002: CINQUE, Q013: 5000, P591: H501, Q901: 1, Q319: 0.8"}) {
+        text += "  - campi: {" + adjustment + own + "}\n    righe: [{testo: \" 999\"}]\n";
+    }
+    static_cast<void>(
+        nzutil::run_scenario(nzutil::read_scenario(nzutil::Document("prova.yaml", text)),
+                             {VELMOR_PROGRAM, "", {}}, directory.path()));
+    std::vector<std::string> lists;
+    for (const auto& entry : std::filesystem::directory_iterator(directory.file("stampe"))) {
+        lists.push_back(directory.read("stampe/" + entry.path().filename().string()));
+    }
+    ASSERT_EQ(lists.size(), 1U);
+    const std::string type = " ANNA Q901 T.CALC. ";
+    EXPECT_EQ(
+        printed_lines(lists[0]),
+        (std::vector<std::string>{
+            "INIZIO LISTA CONTROLLO CALCOLI ADDIZIONALE COMUNALE",
+            "0010000001 UNO" + type +
+                "0 COD.COM 01/01/AC H501 % ADD.COM IN TAB.Q902 0.90 CALCOLO A FASCIE",
+            "0010000002 DUE" + type + "0 COD.COM 01/01/AC L219 % ADD.COM CALCOLO A SCAGLIONI",
+            "0010000003 TRE" + type + "0 COD.COM 01/01/AC Z999 ** % ADD.COM CAMPO  Q319 0.00",
+            "0010000005 CINQUE" + type + "1 COD.COM 01/01/AC H501 % ADD.COM CAMPO  Q319 0.80",
+            "FINE LISTA CONTROLLO CALCOLI ADDIZIONALE COMUNALE",
+            "** = LA % IN TABELLA E' INDICATA CON '0*', IN QUESTO CASO VIENE UTILIZZATA LA % DEL "
+            "CAMPO Q319"}));
 }
 
 TEST_F(ScenarioRunTest, ArchivesThatCannotBeComparedAreADifference) {

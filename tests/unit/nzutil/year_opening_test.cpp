@@ -88,6 +88,25 @@ TEST(YearOpening, AdvanceThatWasTooHighComesOffTheBalance) {
     EXPECT_DOUBLE_EQ(opened_value(Q235, {{Q343, 80.0}, {Q678, 90.0}, {Q675, 10.0}}), -20);
 }
 
+TEST(YearOpening, AdvanceThatComesBackAsANegativeSurtaxComesOffOnce) {
+    EXPECT_DOUBLE_EQ(opened_value(Q235, {{Q343, -20.0}, {Q678, 20.0}}), -20);
+}
+
+TEST(YearOpening, SurtaxesThatASlipWithALeavingDateAheadHasChargedAreNotCarried) {
+    const Entries charged{{P017, "15012025"}, {Q342, 311.4}, {Q343, 144.0},
+                          {Q317, 99.0},       {Q235, 44.0},  {Q037, 13500.0}};
+    EXPECT_EQ(opened_value(Q317, charged), 0);
+    EXPECT_EQ(opened_value(Q235, charged), 0);
+    EXPECT_DOUBLE_EQ(opened_value(Q039, charged), 1000);  // the employment goes on: 13500 / 13.5
+    Entries not_charged = charged;
+    not_charged.push_back({P938, 1.0});
+    EXPECT_DOUBLE_EQ(opened_value(Q317, not_charged), 311.4);
+    EXPECT_DOUBLE_EQ(opened_value(Q235, not_charged), 144);
+    Entries earlier_employment = charged;
+    earlier_employment.front() = {P017, "31012018"};
+    EXPECT_DOUBLE_EQ(opened_value(Q317, earlier_employment), 311.4);
+}
+
 TEST(YearOpening, IncomeOfTwoYearsMovesOn) {
     const Entries closed{{Q031, 18000.0}, {Q032, 17000.0}, {Q514, 1500.5},
                          {Q033, 10.0},    {Q034, 20.0},    {Q035, 30.0}};

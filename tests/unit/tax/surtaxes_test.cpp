@@ -134,6 +134,17 @@ TEST_F(SurtaxInstalments, WhoLeavesInDecemberOwesTheRestBehindTheWindow) {
     EXPECT_EQ(slip_of(12), 110);
 }
 
+TEST_F(SurtaxInstalments, WhoLeavesBeforeMarchIsNotAskedForTheAdvance) {
+    scrivi(P017, "28022024");
+    scrivi(Q674, 54);
+    scrivi(Q673, 9);
+    scrivi(Q317, 110);
+    scrivi(Q318, 11);
+    EXPECT_EQ(slip_of(1), 10);
+    EXPECT_EQ(slip_of(2), 100);  // the rest of the balance alone
+    EXPECT_EQ(num(Q675), 0);
+}
+
 TEST_F(SurtaxInstalments, OneCompanyGoesOnByInstalments) {
     scrivi(T013, "90000000033");
     scrivi(P017, "20052024");
@@ -304,6 +315,56 @@ TEST_F(RegionalSurtax, AostaExemptsUpToFifteenThousand) {
     EXPECT_EQ(on(15000), 184.50);
 }
 
+TEST_F(RegionalSurtax, BolzanoTakesAFixedSumAndSumsForChildrenOff) {
+    region("03", line("03", {"50000.00", "1.23", "999999.99", "1.73"}));
+    EXPECT_EQ(on(35000), 0);          // 35000 x 1.23 % = 430.50, all of it off
+    EXPECT_EQ(on(50000), 184.50);     // 615 - 430.50
+    EXPECT_EQ(on(50000.01), 490.00);  // 615.0002 - 125
+    EXPECT_EQ(on(70000.01), 836.00);  // 615 + 20000.01 x 1.73 % = 961.0002 - 125
+    dependant(0, "F", "10032015");
+    dependant(1, "A", "10031950");  // no child
+    scrivi(kDependantSlots[0].months, 12);
+    EXPECT_EQ(on(50001), 238.02);     // 615.0173 - 125 - 252
+    EXPECT_EQ(on(70000), 584.00);     // 961 - 125 - 252
+    EXPECT_EQ(on(70000.01), 836.00);  // above the limit of the children
+    dependant(2, "D", "10032012", 50);
+    scrivi(kDependantSlots[2].months, 6);
+    EXPECT_EQ(on(70000), 521.00);  // 584 - 252 x 6 / 12 x 50 %
+    set_period("31122024");
+    dependant(3, "F", "15102024");  // October to December
+    EXPECT_EQ(on(70000), 458.00);   // 521 - 252 x 3 / 12
+    year(2023);
+    EXPECT_EQ(on(50000), 615.00);
+}
+
+TEST_F(RegionalSurtax, LiguriaAsksLessOfFamiliesWithOneChildAtMost) {
+    region("09", line("09", {"15000.00", "1.23", "28000.00", "1.81", "50000.00", "2.31",
+                             "999999.99", "2.33"}));
+    EXPECT_EQ(on(15000), 184.50);
+    EXPECT_EQ(on(28000), 417.20);  // 184.50 + 13000 x 1.79 %
+    EXPECT_EQ(on(50000), 925.40);  // + 22000 x 2.31 %
+    dependant(0, "F", "10032015");
+    EXPECT_EQ(on(50000), 925.40);
+    dependant(1, "C", "10031980");  // no child
+    EXPECT_EQ(on(50000), 925.40);
+    dependant(2, "D", "10032016", 50);
+    EXPECT_EQ(on(50000), 928.00);  // two: 184.50 + 13000 x 1.81 % + 508.20
+    dependant(2, "D", "10032016", 0);
+    EXPECT_EQ(on(50000), 925.40);
+    // A table that asks less of that bracket already.
+    region("09", line("09", {"28000.00", "1.23", "50000.00", "3.18", "999999.99", "3.23"}));
+    EXPECT_EQ(on(30000), 408.00);  // 344.40 + 2000 x 3.18 %
+    region("09", line("09", {"15000.00", "1.23", "28000.00", "1.81", "999999.99", "2.31"}));
+    year(2023);
+    EXPECT_EQ(on(50000), 928.00);
+}
+
+TEST_F(RegionalSurtax, ARegionWithoutALineHasNoRuleEither) {
+    region("21", line("20", {"999999.99", "1.23"}));
+    scrivi(P469, 1);
+    EXPECT_EQ(on(20000), 0);
+}
+
 TEST_F(RegionalSurtax, VenetoTaxesDisabledPeopleAtNinePerThousandUpToFiftyThousand) {
     region("21", line("21", {"999999.99", "1.23"}));
     EXPECT_EQ(on(50000), 615.00);
@@ -359,6 +420,8 @@ TEST_F(RegionalSurtax, LiguriaTakesAFixedSumOffADependantUpToTwentyEightThousand
     EXPECT_EQ(on(28000), 19.80);  // 184.50 + 235.30 - 2 x 200
     EXPECT_EQ(on(28000.01), 419.80);
     EXPECT_EQ(on(15000), 0);
+    dependant(4, "F", "10032024");  // born in the year of the run
+    EXPECT_EQ(on(28000), 19.80);
 }
 
 TEST_F(RegionalSurtax, IsLessWhatEarlierSlipsAndAnotherEmployerTook) {
@@ -508,6 +571,35 @@ TEST_F(MunicipalSurtax, ALimitOfZeroEndsTheWalkWithTheBandBefore) {
     EXPECT_EQ(num(Q902), 0.7);
 }
 
+TEST_F(MunicipalSurtax, ACentAboveABandsLimitIsInTheNextBand) {
+    town("H501", {{"FASCIA", 10000},
+                  {"FASCIA_2", 20000},
+                  {"FASCIA_3", 30000},
+                  {"FASCIA_4", 40000},
+                  {"FASCIA_5", 50000},
+                  {"FASCIA_6", 60000},
+                  {"aliquota", 0.1},
+                  {"aliquota_2", 0.2},
+                  {"aliquota_3", 0.3},
+                  {"aliquota_4", 0.4},
+                  {"aliquota_5", 0.5},
+                  {"aliquota_6", 0.6}});
+    // At the limit of the i-th band 10000 (the whole first band, else what exceeds the lower limit)
+    // at i tenths of a percent; a cent more is the only one of the next band.
+    for (int band = 1; band <= 6; ++band) {
+        EXPECT_EQ(on(10000. * band), 10. * band) << band;
+        EXPECT_DOUBLE_EQ(num(Q902), 0.1 * band);
+        EXPECT_EQ(num(Q787), 10000. * (band - 1));
+        if (band < 6) {
+            EXPECT_EQ(on(10000. * band + 0.01), 0) << band;
+            EXPECT_DOUBLE_EQ(num(Q902), 0.1 * (band + 1));
+            EXPECT_EQ(num(Q787), 10000. * band);
+        }
+    }
+    EXPECT_EQ(on(60000.01), 60);  // 10000.01 x 0.6 %
+    EXPECT_EQ(num(Q787), 50000);
+}
+
 TEST_F(MunicipalSurtax, SixBandsAreWalkedAndTheLastRateHoldsAboveThem) {
     town("H501", {{"FASCIA", 10000},
                   {"FASCIA_2", 20000},
@@ -602,6 +694,39 @@ TEST_F(MunicipalSurtax, TheListTellsTheFormOfTheTable) {
     EXPECT_TRUE(ModSWCALM::run_tables.list_1000[2].ends_with(
         " COD.COM 01/01/AC F205 % ADD.COM CALCOLO A SCAGLIONI"));
     EXPECT_EQ(ModSWCALM::run_tables.list_1000_count, 2);
+}
+
+TEST_F(MunicipalSurtax, TheListShowsARateWithAllItsDecimals) {
+    town("H501", {{"FASCIA", kNoLimit}, {"aliquota", 0.785}});
+    EXPECT_EQ(on(20000), 157.00);
+    EXPECT_NE(listed().find("IN TAB.Q902 0.785 CALCOLO"), std::string::npos) << listed();
+    town("F205", {{"FASCIA", kNoLimit}, {"aliquota", 0.00405}});
+    scrivi(P591, "F205");
+    on(20000);
+    EXPECT_NE(ModSWCALM::run_tables.list_1000[2].find("IN TAB.Q902 0.00405 CALCOLO"),
+              std::string::npos);
+}
+
+TEST_F(MunicipalSurtax, TheListTellsARateInPlayWhereNothingIsDue) {
+    town("H501", {{"FASCIA", kNoLimit}, {"aliquota", 0.9}});
+    EXPECT_EQ(on(0), 0);
+    EXPECT_TRUE(listed().ends_with(" H501 % ADD.COM IN TAB.Q902 0.90 CALCOLO A FASCIE"))
+        << listed();
+    scrivi(P591, "Z999");
+    on(0);
+    EXPECT_TRUE(ModSWCALM::run_tables.list_1000[2].ends_with(" Z999 ** % ADD.COM CAMPO  Q319 0.00"))
+        << ModSWCALM::run_tables.list_1000[2];
+    scrivi(Q901, 1);
+    on(0);
+    EXPECT_TRUE(ModSWCALM::run_tables.list_1000[3].ends_with(
+        " Q901 T.CALC. 1 COD.COM 01/01/AC Z999 % ADD.COM CAMPO  Q319 0.00"))
+        << ModSWCALM::run_tables.list_1000[3];
+    town("F205", {{"ESENZIONE", 12000}, {"FASCIA", kNoLimit}, {"aliquota", 0.9}});
+    scrivi(Q901, 0);
+    scrivi(P591, "F205");
+    on(0);
+    on(12000);  // exempt: no rate is in play
+    EXPECT_EQ(ModSWCALM::run_tables.list_1000_count, 3);
 }
 
 TEST_F(MunicipalSurtax, TheListEndsWithItsLastLine) {
@@ -718,6 +843,38 @@ TEST_F(MunicipalSurtax, ColumnsThatAreMissingOrNullCountAsZero) {
 // ---- Both ----
 
 class Surtaxes : public RegionalSurtax {};
+
+TEST_F(Surtaxes, ALeavingDateAheadChargesAtOnceAndOneOfAnEarlierEmploymentDoesNot) {
+    EXPECT_FALSE(surtaxes_are_charged_at_once());
+    scrivi(P013, "01032018");
+    scrivi(P017, "15012025");
+    EXPECT_TRUE(surtaxes_are_charged_at_once());
+    scrivi(P938, 1);
+    EXPECT_FALSE(surtaxes_are_charged_at_once());
+    scrivi(P938, 0);
+    scrivi(P017, "01032018");  // the day of the start
+    EXPECT_TRUE(surtaxes_are_charged_at_once());
+    scrivi(P017, "28022018");
+    EXPECT_FALSE(surtaxes_are_charged_at_once());
+    scrivi(P014, "01022018");
+    EXPECT_TRUE(surtaxes_are_charged_at_once());
+}
+
+TEST_F(Surtaxes, TheDateOfAnEarlierEmploymentLeavesThemToDecember) {
+    region("01", line("01", {"999999.99", "1.73"}));
+    scrivi(Q319, 0.8);
+    scrivi(P013, "01032018");
+    scrivi(P017, "28022018");
+    adjusted(20000, 1000);
+    set_period("30112024");
+    surtaxes_of_the_year();
+    EXPECT_EQ(num(Q342), 0);
+    set_period("31122024");
+    surtaxes_of_the_year();
+    EXPECT_EQ(num(Q342), 346);  // 20000 x 1.73 %
+    EXPECT_EQ(num(Q343), 160);  // 20000 x 0.8 %
+    EXPECT_EQ(num(P259), 0);    // he stays: next year's instalments
+}
 
 TEST_F(Surtaxes, P938KeepsThemAsTheyStandOnATermination) {
     EXPECT_TRUE(surtaxes_are_recomputed());
