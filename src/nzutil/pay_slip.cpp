@@ -18,6 +18,7 @@
 #include "records/numbers.h"
 #include "severance/advances.h"
 #include "tax/bonus_restitution.h"
+#include "tax/surtaxes.h"
 #include "texts/tool_texts.h"
 
 namespace nzutil {
