@@ -81,6 +81,17 @@ TEST_F(ScenarioRunTest, CertificateIsCompared) {
     EXPECT_EQ(run("attesi_certificazione: {X050: 1000}\n").size(), 1U);  // there is none
 }
 
+TEST_F(ScenarioRunTest, RecordsOfOtherArchivesAreCompared) {
+    const std::string two = "tabelle: {387: [\"  UNO\", DUE]}\n";
+    EXPECT_TRUE(run(two + "attesi_tabelle: {387: [\"  UNO\", DUE, \"\"]}\n").empty());
+    std::filesystem::remove_all(directory.file("installazione"));
+    expect_only(run(two + "attesi_tabelle: {387: [\"  UNO\", TRE]}\n"), "archivio 387, record 2",
+                "TRE", "DUE");
+    std::filesystem::remove_all(directory.file("installazione"));
+    expect_only(run(two + "attesi_tabelle: {387: [\"  UNO\", DUE, TRE]}\n"),
+                "archivio 387, record 3", "TRE", "niente");
+}
+
 TEST_F(ScenarioRunTest, ListLinesAreComparedOneByOneAndInNumber) {
     EXPECT_EQ(run("attesi_lista: []\n").size(), 1U);
     std::filesystem::remove_all(directory.file("installazione"));
