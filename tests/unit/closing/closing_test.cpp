@@ -190,6 +190,7 @@ TEST_F(ClosingTest, WithoutIncomeTaxTwoMarksAreEmptied) {
 }
 
 TEST_F(ClosingTest, FlatTaxAtSourceIsWithheldAtTheEmployeesRate) {
+    brackets_2024();
     scrivi(P056, 3);
     scrivi(P077, 20);
     scrivi(P256, 1500);
@@ -201,6 +202,7 @@ TEST_F(ClosingTest, FlatTaxAtSourceIsWithheldAtTheEmployeesRate) {
 }
 
 TEST_F(ClosingTest, FlatTaxAtSourceComesBeforeTheFixedNet) {
+    brackets_2024();
     scrivi(T013, "90000000011");
     scrivi(P056, 3);
     scrivi(P077, 20);
