@@ -149,12 +149,15 @@ std::string day_of(const CalculatedSlip& slip, const Descriptor& date) {
     return slip.now(date) == 0 ? "" : text.substr(4, 4) + text.substr(2, 2) + text.substr(0, 2);
 }
 
-/// Who leaves is charged with the year's surtaxes, or gets the advance back, on the slip itself; a
-/// leaving date before the start is of an earlier employment.
+/// A leaving date before the start is of an earlier employment.
+bool settles_leaver(const CalculatedSlip& slip) {
+    return slip.settles_year() && slip.now(P017) > 0 &&
+           day_of(slip, P017) >= day_of(slip, slip.now(P014) != 0 ? P014 : P013);
+}
+
+/// Who leaves is charged with the year's surtaxes, or gets the advance back, on the slip itself.
 bool settles_surtaxes_of_leaver(const CalculatedSlip& slip) {
-    const bool leaves =
-        slip.now(P017) > 0 && day_of(slip, P017) >= day_of(slip, slip.now(P014) != 0 ? P014 : P013);
-    return slip.settles_year() && leaves && slip.now(P938) != 1;
+    return settles_leaver(slip) && slip.now(P938) != 1;
 }
 
 double surtaxes_charged(const CalculatedSlip& slip) {
@@ -531,12 +534,11 @@ Outcome plan(const CalculatedSlip& slip, const PlanFields& fields) {
     constexpr double kLeast = 0.10;
     const double taken = slip.sum(fields.taken);
     const bool begins = slip.settles_year() && slip.now(fields.excess) >= kLeast;
-    const bool leaves = slip.settles_year() && slip.now(P017) > 0;
     const std::string_view paid = fields.paid.name();
     if (slip.now(fields.paid) > slip.now(fields.total)) {
         return broken(paid, slip.now(fields.total), slip.now(fields.paid));
     }
-    if (begins && leaves) {
+    if (begins && settles_leaver(slip)) {
         return equal(paid, slip.now(fields.excess), slip.now(fields.paid));
     }
     return equal(paid, (begins ? 0 : slip.was(fields.paid)) + taken, slip.now(fields.paid));

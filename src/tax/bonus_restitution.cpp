@@ -8,6 +8,7 @@
 #include "records/numbers.h"
 #include "slip/slip.h"
 #include "tax/income_tax.h"
+#include "tax/surtaxes.h"
 
 namespace ModSWCALB {
 
@@ -28,8 +29,9 @@ void write_in(const std::optional<Descriptor>& field, double value) {
     }
 }
 
-bool leaves() {
-    return tax_state.ConguaglioAnnuale && num(P017) > 0;
+/// Is this the adjustment of somebody who leaves? A date of an earlier employment is none.
+bool adjusts_a_leaver() {
+    return tax_state.ConguaglioAnnuale && leaves();
 }
 
 double plan_total(const Restitution& sum) {
@@ -65,7 +67,7 @@ std::string list_line(const Restitution& sum, double total, const texts::Text& n
     const std::string name = rifilato(P002) + " " + rifilato(P003);
     std::string line = testo(P001) + "-" + a_sinistra(name, kNameWidth) + " " + note.bytes() + " " +
                        formato_importo(total);
-    if (num(sum.count) > 1 && !leaves()) {
+    if (num(sum.count) > 1 && !adjusts_a_leaver()) {
         line += texts::kRestitutionInstalments.bytes() + testo_numero(num(sum.count)) +
                 texts::kRestitutionEach.bytes() + formato_importo(num(sum.instalment));
     }
@@ -178,7 +180,7 @@ void take_back(const Restitution& sum) {
     if (excess == 0 && adjustment_only()) {
         return;
     }
-    if (leaves()) {
+    if (adjusts_a_leaver()) {
         charge_leaver(sum, excess);
     } else if (excess > 0) {
         open_plan(sum);
@@ -213,7 +215,7 @@ const texts::Text* restitution_note(const Restitution& sum) {
     if (taken_back(sum) == 0) {
         return nullptr;
     }
-    if (num(P017) > 0) {
+    if (leaves()) {
         return sum.on_leaving;
     }
     return num(sum.count) == 1 ? sum.at_once : sum.by_instalments;
