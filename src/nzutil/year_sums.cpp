@@ -20,8 +20,8 @@ constexpr std::array kContributionSums{Q001, Q002, Q003, Q004, Q005, Q007, Q009,
 
 /// Income, tax, and what came off it: the tax is the year's (TUIR, art. 7). So are the bonuses;
 /// what of them is given back by instalments runs on.
-constexpr std::array kTaxSums{Q013, Q014, Q021, Q022, Q174, Q276, Q278, Q279, Q666, Q740,
-                              Q742, Q773, Q801, Q804, Q314, QA15, QA21, QA34, Q261};
+constexpr std::array kTaxSums{Q013, Q014, Q021, Q022, Q174, Q276, Q277, Q278, Q279, Q666,
+                              Q740, Q742, Q773, Q801, Q804, Q314, QA15, QA21, QA34, Q261};
 
 /// Premiums, tips and sports pay: their favours have a limit a year.
 constexpr std::array kFavouredSums{Q110, Q776, Q777, Q778, Q779, Q808, QA27, QA28, QA32, QA33};

@@ -41,15 +41,14 @@ double contributions_by_lines() {
     return sum;
 }
 
-/// What the twelve-month table has of the year.
+/// What the twelve-month table has of the year; the cells behind the month are last year's.
 double contributions_of_months() {
-    constexpr int kMonths = 12;
     if (MXLIBRERIA::LEGGIREC(kTwelveMonths, slip.employee_record) == 1) {
         return 0;
     }
     const std::string& months = MXLIBRERIA::record_buffer(kTwelveMonths);
     double sum = 0;
-    for (std::int16_t month = 1; month <= kMonths; ++month) {
+    for (std::int16_t month = 1; month <= period.month(); ++month) {
         sum += LEGGICAMPONUM(J563, month, months) + LEGGICAMPONUM(J363, month, months);
     }
     return sum;

@@ -154,7 +154,7 @@ double day_base() {
 void settle_further_deduction(double yearly, double days_of_period) {
     const double days = std::min(num(Q659) + num(Q518), days_of_period);
     const double due = arrotonda(yearly / days_of_period * days);
-    const double excess = num(Q276) - due;
+    const double excess = arrotonda(num(Q276) - due);
     scrivi(QA10, excess >= kLeastRestitution ? excess : 0);
     scrivi(Q276, due);
     scrivi(Q277, due + num(QA10));

@@ -260,7 +260,8 @@ class Deductibility : public PensionFunds {
         files_.define(kTwelveMonths, kMonthsLength);
         std::string months = test_support::empty_record(Area::DICX, kMonthsLength);
         SCRIVICAMPONUM(J363, 3000, 1, months);
-        SCRIVICAMPONUM(J563, 2000, 12, months);
+        SCRIVICAMPONUM(J563, 2000, 5, months);
+        SCRIVICAMPONUM(J563, 700, 6, months);  // last year's
         files_.put(kTwelveMonths, 3, months);
         MXLIBRERIA::FAIOPEN(kTwelveMonths);
         ModSWCALM::slip.employee_record = 3;

@@ -339,6 +339,15 @@ TEST_F(Bonus, LessThanTenCentsAreSettledWithTheTax) {
     EXPECT_EQ(num(Q277), 0.10);
 }
 
+TEST_F(Bonus, TenCentsAboveADeductionOfTheYearAreAnExcess) {
+    december(30000, 100, 0);
+    set_period("31122025");
+    scrivi(Q276, 274.07);  // 1000 / 365 x 100 = 273.97; as doubles 0.0999... above it
+    CALCOLA_ULT_DET_2025();
+    EXPECT_EQ(num(QA10), 0.10);
+    EXPECT_EQ(num(Q277), 274.07);
+}
+
 TEST_F(Bonus, TheNextSlipHoldsAnExcessOnAPlanAsWithheld) {
     scrivi(Q276, 100);
     scrivi(Q277, 340);
