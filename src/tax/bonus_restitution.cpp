@@ -48,7 +48,8 @@ double rest_of(const Restitution& sum) {
 double next_instalment(const Restitution& sum) {
     const double count = num(sum.count) - number_in(sum.count_apart);
     const double rest = rest_of(sum);
-    return num(sum.done) >= count ? rest : std::min(rest, arrotonda(plan_total(sum) / count));
+    return num(sum.done) >= count ? rest
+                                  : std::clamp(arrotonda(plan_total(sum) / count), 0.0, rest);
 }
 
 void take_instalment(const Restitution& sum) {
@@ -139,6 +140,11 @@ void open_plan(const Restitution& sum) {
     list(sum, total, at_once ? *sum.at_once : *sum.by_instalments);
 }
 
+/// What the slip and the list say of somebody who leaves: a small sum goes by its own name.
+const texts::Text* leavers_note(const Restitution& sum, double total) {
+    return total <= kLargestSingleSum ? sum.at_once : sum.on_leaving;
+}
+
 /// The rest of a running plan and a new excess, each on its own.
 void charge_leaver(const Restitution& sum, double excess) {
     const double rest = rest_of(sum);
@@ -156,7 +162,8 @@ void charge_leaver(const Restitution& sum, double excess) {
         aggiungi(P259, excess);
     }
     if (rest + excess > 0) {
-        list(sum, rest + excess, *sum.on_leaving);
+        const double total = arrotonda(rest + excess);
+        list(sum, total, *leavers_note(sum, total));
     }
 }
 
@@ -216,7 +223,7 @@ const texts::Text* restitution_note(const Restitution& sum) {
         return nullptr;
     }
     if (leaves()) {
-        return sum.on_leaving;
+        return leavers_note(sum, taken_back(sum));
     }
     return num(sum.count) == 1 ? sum.at_once : sum.by_instalments;
 }

@@ -273,6 +273,29 @@ TEST_F(BonusRestitution, AtOnceAndOnLeavingTheLineHoldsTheSumAlone) {
     EXPECT_TRUE(run_tables.bonus_list[1].ends_with(" CESS. CON REST.BONUS DL3/2020   700.00"));
 }
 
+TEST_F(BonusRestitution, ASmallSumOfALeaverGoesByItsOwnName) {
+    december(kBonus, 60);
+    scrivi(P017, "31122024");
+    slip();
+    ASSERT_EQ(run_tables.bonus_list.size(), 1U);
+    EXPECT_TRUE(run_tables.bonus_list[0].ends_with(" REST.BONUS DL3/2020                 60.00"));
+    EXPECT_EQ(restitution_note(kBonus), kBonus.at_once);
+    run_tables.bonus_list.clear();
+    scrivi(Q281, 60.01);
+    slip();
+    ASSERT_EQ(run_tables.bonus_list.size(), 1U);
+    EXPECT_EQ(restitution_note(kBonus), kBonus.on_leaving);
+}
+
+TEST_F(BonusRestitution, WhatWasGivenBackOtherwiseAboveTheTotalPaysNothingOut) {
+    december(kFurther, 100);
+    scrivi(QA14, 150);
+    slip();
+    EXPECT_EQ(num(QA08), 0);
+    EXPECT_EQ(num(QA09), 0);
+    EXPECT_EQ(num(P259), 0);
+}
+
 TEST_F(BonusRestitution, ADroppedSlipAndARunningPlanLeaveNoLine) {
     december(kBonus, 80);
     ModSWCALM::ABORTODIP = -1;
