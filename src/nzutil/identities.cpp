@@ -473,10 +473,11 @@ bool pays_bonuses(const CalculatedSlip& slip) {
            (slip.now(P031) != 0 || slip.now(Q274) != 0);
 }
 
-/// In July 2020 another sum begins in the fields of the bonus.
+/// In July 2020, or with the first slip behind it, another sum begins in the fields of the bonus.
 double bonus_before(const CalculatedSlip& slip) {
-    const bool begins = slip.year() == 2020 && slip.month() == 7 && !slip.additional() &&
-                        pays_bonuses(slip) && slip.now(P084) == 0;
+    const bool first = slip.month() == 7 || (slip.month() > 7 && slip.was(Q171) < 7);
+    const bool begins = slip.year() == 2020 && first && !slip.additional() && pays_bonuses(slip) &&
+                        slip.now(P084) == 0;
     return begins ? 0 : slip.was(Q279);
 }
 

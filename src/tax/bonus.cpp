@@ -175,6 +175,13 @@ void take_further_deduction() {
     aggiungi(Q276, num(Q277));
 }
 
+/// The first ordinary slip from July 2020 on, in July or behind months without one (Q171).
+bool another_sum_begins() {
+    constexpr int kJuly = 7;
+    const bool first = period.month() == kJuly || num(Q171) < kJuly;
+    return period.year() == 2020 && period.month() >= kJuly && first && period.ordinary();
+}
+
 }  // namespace
 
 double bonus_income(double taxable_of_the_month) {
@@ -200,8 +207,8 @@ void bonus_steps() {
 
 void CALCOLO_BONUS_DL032020() {
     TRACCIA("CALCOLO_BONUS_DL032020");
-    if (month_of_the_run() == 202007 && period.ordinary()) {
-        scrivi(Q279, 0);  // the credit of before stays what it was: another sum begins
+    if (another_sum_begins()) {
+        scrivi(Q279, 0);  // the credit of before stays what it was
     }
     bonus_of_the_slip();
 }

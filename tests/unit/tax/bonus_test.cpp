@@ -138,8 +138,12 @@ TEST_F(Bonus, InJuly2020AnotherSumBegins) {
     EXPECT_EQ(num(P022), 50.96);  // 600 / 365 x 31 = 50.9589
     EXPECT_EQ(num(Q279), 50.96);
     set_period("31082020");
+    scrivi(Q171, 7);
     bonus_steps();
     EXPECT_EQ(num(Q279), 101.92);
+    scrivi(Q171, 6);  // July had no slip
+    bonus_steps();
+    EXPECT_EQ(num(Q279), 50.96);
 }
 
 // ---- Family: what the tax leaves of the deductions ----
