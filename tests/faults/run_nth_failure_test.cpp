@@ -22,6 +22,7 @@
 #include "run/main_run.h"
 #include "slip/slip.h"
 #include "tests/support/fault_file_system.h"
+#include "tests/support/run_in_process.h"
 #include "tests/support/temp_directory.h"
 #include "texts/texts.h"
 
@@ -54,23 +55,13 @@ class RunUnderFaults : public ::testing::Test {
         platform::set_window(std::make_unique<platform::SilentWindow>());
     }
     void TearDown() override {
-        platform::set_files(nullptr);
-        MXLIBRERIA::CHIUDI(0);
-        ModSWCALM::instance_lock = {};
+        test_support::forget_run();
         ::unsetenv("SOLMAREL_REGISTRO");
     }
 
     /// Puts the archive back as it was before the first run, and the program's state too.
     void restore() const {
-        platform::set_files(nullptr);
-        MXLIBRERIA::CHIUDI(0);
-        MXLIBRERIA::file_table = {};
-        MXLIBRERIA::environment = {};
-        MXLIBRERIA::period = {};
-        ModSWCALM::run_tables = {};
-        ModSWCALM::company = {};
-        ModSWCALM::slip = {};
-        MXREPOSITORY::clear_areas();
+        test_support::forget_run();
         fs::copy(directory.file("before"), directory.file("demo/archivi"),
                  fs::copy_options::overwrite_existing);
     }

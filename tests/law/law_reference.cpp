@@ -85,8 +85,9 @@ Fine gross_tax(int year, Cents income) {
 
 // ---- Employment deduction, art. 13, c. 1 TUIR ----
 
-/// For over < R <= up_to: fixed + variable x (top - R) / width, the quotient cut at four decimals.
-struct DeductionRange {
+/// For over < R <= up_to: fixed + variable x (top - R) / width. Art. 13 cuts the quotient at four
+/// decimals.
+struct FallingRange {
     int from_year;
     int to_year;
     Cents over;
@@ -99,22 +100,22 @@ struct DeductionRange {
 
 constexpr std::array kDeduction{
     // L. 296/2006, art. 1, c. 6
-    DeductionRange{2007, 2013, -1, euro(8000), euro(1840), 0, 0, 1},
-    DeductionRange{2007, 2013, euro(8000), euro(15000), euro(1338), euro(502), euro(15000),
-                   euro(7000)},
-    DeductionRange{2007, 2013, euro(15000), euro(55000), 0, euro(1338), euro(55000), euro(40000)},
+    FallingRange{2007, 2013, -1, euro(8000), euro(1840), 0, 0, 1},
+    FallingRange{2007, 2013, euro(8000), euro(15000), euro(1338), euro(502), euro(15000),
+                 euro(7000)},
+    FallingRange{2007, 2013, euro(15000), euro(55000), 0, euro(1338), euro(55000), euro(40000)},
     // L. 147/2013, art. 1, c. 127
-    DeductionRange{2014, 2021, -1, euro(8000), euro(1880), 0, 0, 1},
-    DeductionRange{2014, 2021, euro(8000), euro(28000), euro(978), euro(902), euro(28000),
-                   euro(20000)},
-    DeductionRange{2014, 2021, euro(28000), euro(55000), 0, euro(978), euro(55000), euro(27000)},
+    FallingRange{2014, 2021, -1, euro(8000), euro(1880), 0, 0, 1},
+    FallingRange{2014, 2021, euro(8000), euro(28000), euro(978), euro(902), euro(28000),
+                 euro(20000)},
+    FallingRange{2014, 2021, euro(28000), euro(55000), 0, euro(978), euro(55000), euro(27000)},
     // L. 234/2021, art. 1, c. 2
-    DeductionRange{2022, 2023, -1, euro(15000), euro(1880), 0, 0, 1},
+    FallingRange{2022, 2023, -1, euro(15000), euro(1880), 0, 0, 1},
     // D.Lgs. 216/2023, art. 1, c. 2; L. 207/2024, art. 1, c. 2
-    DeductionRange{2024, 2026, -1, euro(15000), euro(1955), 0, 0, 1},
-    DeductionRange{2022, 2026, euro(15000), euro(28000), euro(1910), euro(1190), euro(28000),
-                   euro(13000)},
-    DeductionRange{2022, 2026, euro(28000), euro(50000), 0, euro(1910), euro(50000), euro(22000)},
+    FallingRange{2024, 2026, -1, euro(15000), euro(1955), 0, 0, 1},
+    FallingRange{2022, 2026, euro(15000), euro(28000), euro(1910), euro(1190), euro(28000),
+                 euro(13000)},
+    FallingRange{2022, 2026, euro(28000), euro(50000), 0, euro(1910), euro(50000), euro(22000)},
 };
 
 /// Amounts added to the deduction for over < R <= up_to.
@@ -144,7 +145,7 @@ bool takes(const Row& row, int year, Cents income) {
 
 Fine employment_deduction(int year, Cents income) {
     Fine deduction = 0;
-    for (const DeductionRange& row : kDeduction) {
+    for (const FallingRange& row : kDeduction) {
         if (takes(row, year, income)) {
             const std::int64_t quotient = (row.top - income) * kFine / row.width;  // four decimals
             deduction = row.fixed * kFine + row.variable * quotient;
@@ -160,34 +161,23 @@ Fine employment_deduction(int year, Cents income) {
 
 // ---- Further deduction ----
 
-/// For over < R <= up_to: fixed + variable x (top - R) / width, the whole of it for a whole year.
-struct FurtherRange {
-    int from_year;
-    int to_year;
-    Cents over;
-    Cents up_to;
-    Cents fixed;
-    Cents variable;
-    Cents top;
-    Cents width;
-};
-
+/// The whole of each for a whole year.
 constexpr std::array kFurther{
     // D.L. 3/2020, art. 2, c. 1, for the half year from July 2020
-    FurtherRange{2020, 2020, euro(28000), euro(35000), euro(480), euro(120), euro(35000),
+    FallingRange{2020, 2020, euro(28000), euro(35000), euro(480), euro(120), euro(35000),
                  euro(7000)},
-    FurtherRange{2020, 2020, euro(35000), euro(40000), 0, euro(480), euro(40000), euro(5000)},
+    FallingRange{2020, 2020, euro(35000), euro(40000), 0, euro(480), euro(40000), euro(5000)},
     // L. 178/2020, art. 1, c. 8
-    FurtherRange{2021, 2021, euro(28000), euro(35000), euro(960), euro(240), euro(35000),
+    FallingRange{2021, 2021, euro(28000), euro(35000), euro(960), euro(240), euro(35000),
                  euro(7000)},
-    FurtherRange{2021, 2021, euro(35000), euro(40000), 0, euro(960), euro(40000), euro(5000)},
+    FallingRange{2021, 2021, euro(35000), euro(40000), 0, euro(960), euro(40000), euro(5000)},
     // L. 207/2024, art. 1, c. 6
-    FurtherRange{2025, 2026, euro(20000), euro(32000), euro(1000), 0, 0, 1},
-    FurtherRange{2025, 2026, euro(32000), euro(40000), 0, euro(1000), euro(40000), euro(8000)},
+    FallingRange{2025, 2026, euro(20000), euro(32000), euro(1000), 0, 0, 1},
+    FallingRange{2025, 2026, euro(32000), euro(40000), 0, euro(1000), euro(40000), euro(8000)},
 };
 
 Fine further_deduction(int year, Cents income) {
-    for (const FurtherRange& row : kFurther) {
+    for (const FallingRange& row : kFurther) {
         if (takes(row, year, income)) {
             return row.fixed * kFine + row.variable * kFine * (row.top - income) / row.width;
         }

@@ -48,6 +48,15 @@ class ClosingTest : public testing::Test {
             slip.TABIRP.set(i + 1, cells[i]);
         }
     }
+    /// 8000 euro and their tax at 23 % before, 2000 in the month.
+    static void fifth_month_by_the_cumulative_method() {
+        brackets_2024();
+        scrivi(T184, 1);
+        scrivi(P031, 2);
+        scrivi(P256, 2000);
+        scrivi(Q013, 8000);
+        scrivi(Q014, 1840);
+    }
     static void pays(double gross, double deductions) {
         scrivi(P241, gross);
         scrivi(P259, deductions);
@@ -553,12 +562,7 @@ TEST_F(ClosingTest, FlatPercentageOfTheEmployeeRulesTheYear) {
 }
 
 TEST_F(ClosingTest, CumulativeMethodTaxesTheYearToDate) {
-    brackets_2024();
-    scrivi(T184, 1);
-    scrivi(P031, 2);
-    scrivi(P256, 2000);
-    scrivi(Q013, 8000);
-    scrivi(Q014, 1840);
+    fifth_month_by_the_cumulative_method();
     cumulative_method();
     EXPECT_EQ(num(Q021), 460);  // 10000 x 23 % - 1840
     EXPECT_EQ(num(Q014), 2300);
@@ -566,12 +570,7 @@ TEST_F(ClosingTest, CumulativeMethodTaxesTheYearToDate) {
 }
 
 TEST_F(ClosingTest, CumulativeMethodTakesCreditAndDeductionsToDateOff) {
-    brackets_2024();
-    scrivi(T184, 1);
-    scrivi(P031, 2);
-    scrivi(P256, 2000);
-    scrivi(Q013, 8000);
-    scrivi(Q014, 1840);
+    fifth_month_by_the_cumulative_method();
     scrivi(Q174, 60);
     scrivi(Q666, 300);
     ModSWCALB::tax_state.tax_credit = 20;  // the month's, inside the 60
@@ -581,12 +580,7 @@ TEST_F(ClosingTest, CumulativeMethodTakesCreditAndDeductionsToDateOff) {
 }
 
 TEST_F(ClosingTest, CumulativeMethodCountsTaxWithheldElsewhere) {
-    brackets_2024();
-    scrivi(T184, 1);
-    scrivi(P031, 2);
-    scrivi(P256, 2000);
-    scrivi(Q013, 8000);
-    scrivi(Q014, 1840);
+    fifth_month_by_the_cumulative_method();
     scrivi(Q515, 100);
     cumulative_method();
     EXPECT_EQ(num(Q021), 360);  // 10000 x 23 % - 1840 - 100

@@ -508,6 +508,21 @@ class MunicipalSurtax : public TaxTest {
 
     test_support::TempDirectory directory;
     std::string archive;
+    /// 10000 euro a band, each a tenth of a percent dearer.
+    static void town_of_six_bands() {
+        town("H501", {{"FASCIA", 10000},
+                      {"FASCIA_2", 20000},
+                      {"FASCIA_3", 30000},
+                      {"FASCIA_4", 40000},
+                      {"FASCIA_5", 50000},
+                      {"FASCIA_6", 60000},
+                      {"aliquota", 0.1},
+                      {"aliquota_2", 0.2},
+                      {"aliquota_3", 0.3},
+                      {"aliquota_4", 0.4},
+                      {"aliquota_5", 0.5},
+                      {"aliquota_6", 0.6}});
+    }
 };
 
 constexpr double kNoLimit = 999999.99;
@@ -572,18 +587,7 @@ TEST_F(MunicipalSurtax, ALimitOfZeroEndsTheWalkWithTheBandBefore) {
 }
 
 TEST_F(MunicipalSurtax, ACentAboveABandsLimitIsInTheNextBand) {
-    town("H501", {{"FASCIA", 10000},
-                  {"FASCIA_2", 20000},
-                  {"FASCIA_3", 30000},
-                  {"FASCIA_4", 40000},
-                  {"FASCIA_5", 50000},
-                  {"FASCIA_6", 60000},
-                  {"aliquota", 0.1},
-                  {"aliquota_2", 0.2},
-                  {"aliquota_3", 0.3},
-                  {"aliquota_4", 0.4},
-                  {"aliquota_5", 0.5},
-                  {"aliquota_6", 0.6}});
+    town_of_six_bands();
     // At the limit of the i-th band 10000 (the whole first band, else what exceeds the lower limit)
     // at i tenths of a percent; a cent more is the only one of the next band.
     for (int band = 1; band <= 6; ++band) {
@@ -601,18 +605,7 @@ TEST_F(MunicipalSurtax, ACentAboveABandsLimitIsInTheNextBand) {
 }
 
 TEST_F(MunicipalSurtax, SixBandsAreWalkedAndTheLastRateHoldsAboveThem) {
-    town("H501", {{"FASCIA", 10000},
-                  {"FASCIA_2", 20000},
-                  {"FASCIA_3", 30000},
-                  {"FASCIA_4", 40000},
-                  {"FASCIA_5", 50000},
-                  {"FASCIA_6", 60000},
-                  {"aliquota", 0.1},
-                  {"aliquota_2", 0.2},
-                  {"aliquota_3", 0.3},
-                  {"aliquota_4", 0.4},
-                  {"aliquota_5", 0.5},
-                  {"aliquota_6", 0.6}});
+    town_of_six_bands();
     const std::array rates{0.1, 0.2, 0.3, 0.4, 0.5, 0.6, 0.6};
     for (std::size_t i = 0; i < rates.size(); ++i) {
         on(10000. * static_cast<double>(i) + 5000);
